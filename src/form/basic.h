@@ -1,0 +1,21 @@
+// Number types and the two rounding rules the game uses everywhere.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+
+namespace quorvel {
+
+using Integer = std::int16_t;  // 16-bit signed
+using Long = std::int32_t;     // 32-bit signed
+using Single = float;          // 32-bit real
+
+// The integer part of a non-negative draw or percentage: dice, percentages, random ranges.
+inline double intPart(double x) { return std::floor(x); }
+
+// Rounding to the nearest whole number, halves to even: storing a real into an Integer,
+// using a real as an index. Relies on the default rounding mode, which nothing here changes.
+inline double roundEven(double x) { return std::nearbyint(x); }
+inline int roundIndex(double x) { return static_cast<int>(std::nearbyint(x)); }
+
+}  // namespace quorvel

@@ -1,0 +1,82 @@
+// The toolkit-free controls of a window: just the properties the rules read and write.
+// Positions and sizes are twips; a control inside a container (a frame, or a picture that
+// holds a text box) is positioned relative to that container.
+#pragma once
+
+#include <string>
+
+#include "form/colour.h"
+
+namespace quorvel {
+
+enum class Kind { Picture, TextBox, CommandButton, CheckBox, OptionButton, ScrollBar, Frame, Label };
+
+struct Control {
+  explicit Control(Kind k) : kind(k) {}
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  Kind kind;
+  std::string name;           // "Player(3)", "Cdice": the control's path in scripts
+  Control* parent = nullptr;  // the frame or picture that holds it; null for the window
+  double Left = 0, Top = 0, Width = 0, Height = 0;
+  bool Visible = true;
+  bool Enabled = true;
+  Colour BackColor = RGB(255, 255, 255);
+  Colour ForeColor = RGB(0, 0, 0);
+  std::string ToolTipText;
+};
+
+// A picture box. `Image` names the stored picture it shows ("die3", "flag", ...).
+struct Picture : Control {
+  Picture() : Control(Kind::Picture) {}
+  std::string Image;
+};
+
+struct TextBox : Control {
+  TextBox() : Control(Kind::TextBox) {}
+  std::string Text;
+  bool Locked = true;  // the person may not edit it
+};
+
+struct CommandButton : Control {
+  CommandButton() : Control(Kind::CommandButton) {}
+  std::string Caption;
+  std::string Image;
+  bool Value = false;  // pressed; setting it from code raises the click
+};
+
+struct CheckBox : Control {
+  CheckBox() : Control(Kind::CheckBox) {}
+  std::string Caption;
+  int Value = 0;  // 0 clear, 1 ticked
+};
+
+struct OptionButton : Control {
+  OptionButton() : Control(Kind::OptionButton) {}
+  std::string Caption;
+  bool Value = false;
+  int group = 0;  // buttons of one group exclude each other
+};
+
+struct ScrollBar : Control {
+  ScrollBar() : Control(Kind::ScrollBar) {}
+  int Min = 0, Max = 32767, Value = 0, SmallChange = 1, LargeChange = 1;
+};
+
+struct Frame : Control {
+  Frame() : Control(Kind::Frame) {}
+  std::string Caption;
+};
+
+struct Label : Control {
+  Label() : Control(Kind::Label) {}
+  std::string Caption;
+};
+
+const char* kindName(Kind k);
+
+// Visible and enabled, and so is every container around it: a person can reach it.
+bool reachable(const Control& c);
+
+}  // namespace quorvel

@@ -1,0 +1,81 @@
+// Virtual time. Timers are data; the scheduler decides which tick is due next and runs its
+// handler. Nothing here reads the wall clock: the window advances it to the wall clock,
+// tests and tools as fast as they like.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace quorvel {
+
+using Millis = std::int64_t;
+
+class Scheduler;
+
+// A periodic timer. It fires every Interval ms from the moment it was last switched on, or
+// from the moment its interval changed to another value while on. Switching it off drops the
+// pending tick; switching on a running timer, or setting the interval it has, changes nothing.
+class Timer {
+ public:
+  Timer(Scheduler& owner, std::string name, int interval, bool enabled);
+  Timer(const Timer&) = delete;
+  Timer& operator=(const Timer&) = delete;
+
+  bool Enabled() const { return enabled_; }
+  int Interval() const { return interval_; }
+  void setEnabled(bool on);
+  void setInterval(int ms);
+
+  const std::string& name() const { return name_; }
+  // Virtual time of the next tick; never when off or when the interval is not positive.
+  Millis due() const;
+
+ private:
+  friend class Scheduler;
+  Scheduler& owner_;
+  std::string name_;
+  int interval_;
+  bool enabled_;
+  Millis start_ = 0;  // counting origin: the last switch-on or interval change
+  std::int64_t fired_ = 0;  // ticks fired since start_
+};
+
+class Scheduler {
+ public:
+  static constexpr Millis kNever = std::numeric_limits<Millis>::max();
+
+  Millis now() const { return now_; }
+
+  // Timers are registered in table order; ticks due at the same millisecond run in that order.
+  void add(Timer& timer, std::function<void()> handler);
+
+  // Runs every tick due up to and including now() + ms, in time order; time then stands there.
+  // A handler that keeps re-arming timers at the same moment is stopped after `maxTicks`
+  // ticks in one call; the result tells whether the advance completed.
+  bool advance(Millis ms, std::int64_t maxTicks = std::numeric_limits<std::int64_t>::max());
+
+  // Runs the next due tick if it falls at or before `limit`; returns false when there is none
+  // (time is then left where it was).
+  bool step(Millis limit);
+
+  // Moves time forward without running anything (used only after step() found nothing).
+  void setNow(Millis t) { if (t > now_) now_ = t; }
+
+  std::int64_t ticksRun() const { return ticksRun_; }
+
+ private:
+  struct Entry {
+    Timer* timer;
+    std::function<void()> handler;
+  };
+  Entry* nextDue(Millis limit);
+
+  Millis now_ = 0;
+  std::int64_t ticksRun_ = 0;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace quorvel

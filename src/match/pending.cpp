@@ -1,0 +1,33 @@
+// Handlers whose rules are still being written: they do nothing yet.
+#include "ai/ai.h"
+#include "match/match.h"
+#include "shape/shape.h"
+
+namespace quorvel {
+
+void Cdice_Click(MatchForm&) {}
+void Cdice_MouseDown(MatchForm&) {}
+void ClickDi(MatchForm&) {}
+void CDhm_Click(MatchForm&) {}
+void CDdest_Click(MatchForm&, int) {}
+void Ch50_Click(MatchForm&) {}
+void TimB_Timer(MatchForm&) {}
+void TimSc_Timer(MatchForm&) {}
+void TikTok(MatchForm&) {}
+void Form_KeyPress(MatchForm&, int) {}
+void CHsub_Click(MatchForm&, int) {}
+void MakeSub(MatchForm&) {}
+void TimSub_Timer(MatchForm&) {}
+void FormAI(MatchForm&) {}
+Integer Threat(const MatchForm&) { return 0; }
+Integer ThreatAI(const MatchForm&) { return 0; }
+Integer Terror(const MatchForm&) { return 0; }
+Integer TerrorAI(const MatchForm&) { return 0; }
+void TimAI_Timer(MatchForm&) {}
+void TimAuto_Timer(MatchForm&) {}
+void Hai_Change(MatchForm&) {}
+void TXai_Click(MatchForm&) {}
+void ChtenFIF_Click(MatchForm&) {}
+void Chq_Click(MatchForm&) {}
+
+}  // namespace quorvel

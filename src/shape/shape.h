@@ -1,0 +1,18 @@
+// Team shape: the walk to formation squares, substitutions, the computer's formation choice.
+#pragma once
+
+#include "match/match_form.h"
+
+namespace quorvel {
+
+void TimPlace_Timer(MatchForm& f);
+void OPForm_Click(MatchForm& f, int index);
+void CHsub_Click(MatchForm& f, int index);
+void MakeSub(MatchForm& f);
+void TimSub_Timer(MatchForm& f);
+void FormAI(MatchForm& f);
+
+// Index of the selected formation button of a side (0..4 for the left, 10..14 for the right).
+int selectedFormation(const MatchForm& f, int side);
+
+}  // namespace quorvel

@@ -1,0 +1,286 @@
+// The stored layout of the main window and the closing window. The pitch geometry (grass,
+// goals, squares, ball, flags, swatches, substitution boxes, the half-time board) is fixed by
+// the rules; the panels around it are ours. Window client area: 18720 x 11520 twips.
+#include <string>
+
+#include "ui/ui.h"
+
+namespace quorvel {
+
+namespace {
+
+template <typename C>
+C& place(C& c, std::string name, double left, double top, double width, double height,
+         Control* parent = nullptr) {
+  c.name = std::move(name);
+  c.parent = parent;
+  c.Left = left;
+  c.Top = top;
+  c.Width = width;
+  c.Height = height;
+  return c;
+}
+
+std::string at(const char* name, int i) { return std::string(name) + "(" + std::to_string(i) + ")"; }
+
+constexpr Colour kWindow = RGB(223, 230, 218);
+constexpr Colour kPanel = RGB(240, 244, 236);
+constexpr Colour kInk = RGB(24, 36, 24);
+constexpr Colour kGreyGreen = RGB(47, 79, 47);
+constexpr Colour kAlert = RGB(208, 32, 32);
+
+void label(TextBox& t, std::string text, Colour back = kWindow, Colour ink = kInk) {
+  t.Text = std::move(text);
+  t.BackColor = back;
+  t.ForeColor = ink;
+}
+
+void pitch(MatchForm& f) {
+  place(f.Grass, "Grass", 465, 1905, 14430, 7230).Image = "pitch";
+  place(f.Goal[1], "Goal(1)", 180, 4620, 300, 1800).Image = "goal";
+  place(f.Goal[0], "Goal(0)", 14880, 4620, 300, 1800).Image = "goal";
+  place(f.Ball, "Ball", 7515, 5355, 330, 330).Image = "ball";
+
+  // Before the first Start the teams line up below the pitch, left side above right side.
+  for (int i = 0; i <= 22; ++i) {
+    Picture& p = f.Player[i];
+    if (i == 0) {
+      place(p, "Player(0)", 7200, 960, 870, 870).Visible = false;
+    } else {
+      const int k = i <= 11 ? i - 1 : i - 12;
+      place(p, at("Player", i), 495 + k * 1305, i <= 11 ? 9300 : 10320, 870, 870);
+    }
+    p.Image = "player";
+    TextBox& t = f.Tnum[i];
+    place(t, at("Tnum", i), 135, 225, 600, 420, &p);
+    t.Text = i == 0 ? "" : std::to_string(i <= 11 ? i : i - 11);
+  }
+
+  for (int d = 0; d < 10; ++d) {
+    CommandButton& b = place(f.CDdest[d], at("CDdest", d), 120, 120, 405, 405);
+    b.Image = "flag";
+    b.Visible = false;  // nothing is offered before the first roll
+    b.ToolTipText = "Kick the ball here";
+  }
+
+  for (int k = 0; k < 8; ++k) {
+    Picture& d = place(f.Di[k], at("Di", k), 0, 0, 1440, 1440);
+    d.Image = "die" + std::to_string(k);
+    d.Visible = false;  // a store of faces, never shown itself
+  }
+
+  const char* swatchTip = "Click to change this team colour";
+  place(f.RainB[0], "RainB(0)", 5640, 900, 495, 495);
+  place(f.RainB[1], "RainB(1)", 5640, 390, 495, 495);
+  place(f.RainB[2], "RainB(2)", 9120, 390, 495, 495);
+  place(f.RainB[3], "RainB(3)", 9120, 900, 495, 495);
+  for (auto& s : f.RainB) {
+    s.Image = "swatch";
+    s.ToolTipText = swatchTip;
+  }
+
+  Picture& board = place(f.PicGame, "PicGame", 5790, 5000, 3780, 1040);
+  board.Visible = false;  // no half or match has ended yet
+  board.BackColor = RGB(16, 32, 16);
+  place(f.TXgame[0], "TXgame(0)", 60, 60, 1800, 920, &board);
+  place(f.TXgame[1], "TXgame(1)", 1920, 60, 1800, 920, &board);
+  label(f.TXgame[0], "Game", RGB(16, 32, 16), kAlert);
+  label(f.TXgame[1], "Over", RGB(16, 32, 16), RGB(255, 224, 64));
+
+  // The banners wait under the pitch and slide out below it after Start.
+  place(f.Banner[0], "Banner(0)", 2940, 5560, 9480, 1050).Image = "banner-title";
+  place(f.Banner[1], "Banner(1)", 4440, 6700, 6480, 900).Image = "banner-site";
+  f.Banner[0].ToolTipText = "Free Quorvel online";
+  f.Banner[1].ToolTipText = "The maker's web site";
+}
+
+void teamPanels(MatchForm& f) {
+  // Left side.
+  Frame& fra1 = place(f.Fra1, "Fra1", 60, 60, 2940, 1380);
+  place(f.Team[1], "Team(1)", 3120, 60, 2400, 420);
+  place(f.Poses[1], "Poses(1)", 3120, 540, 1560, 360);
+  place(f.Goals[1], "Goals(1)", 4740, 540, 780, 840);
+  // Right side.
+  Frame& fra2 = place(f.Fra2, "Fra2", 12300, 60, 2880, 1380);
+  place(f.Team[2], "Team(2)", 9720, 60, 2400, 420);
+  place(f.Poses[2], "Poses(2)", 10560, 540, 1560, 360);
+  place(f.Goals[2], "Goals(2)", 9720, 540, 780, 840);
+
+  for (int s = 1; s <= 2; ++s) {
+    f.Team[s].Text = s == 1 ? "Team 1" : "Team 2";
+    // The generator's memory of each side's name starts as the name on show, so that the
+    // length rules never rewrite a side that has not been named yet.
+    f.TeamName[s] = f.Team[s].Text;
+    f.Team[s].Locked = false;  // names may be typed in until they are locked
+    f.Team[s].ToolTipText = "Type a team name, or click the die beside the clock for a random one";
+    f.Poses[s].Text = "Possession";
+    f.Goals[s].Text = "0";
+  }
+
+  const char* caps[5] = {"Varied", "Norm", "Cup", "Defend", "Attack"};
+  for (int k = 0; k < 5; ++k) {
+    const double left = k % 2 == 0 ? 90 : 1470;
+    const double top = 360 + (k / 2) * 300;
+    OptionButton& l = place(f.OPForm[k], at("OPForm", k), left, top, 1380, 285, &fra1);
+    OptionButton& r = place(f.OPForm[10 + k], at("OPForm", 10 + k), left, top, 1380, 285, &fra2);
+    l.Caption = r.Caption = caps[k];
+    l.group = 1;
+    r.group = 2;
+    l.ToolTipText = r.ToolTipText = std::string("Formation: ") + caps[k];
+  }
+  f.OPForm[0].Value = true;   // left: "Varied"
+  f.OPForm[12].Value = true;  // right: "Cup"
+  for (int k = 5; k < 10; ++k) {
+    place(f.OPForm[k], at("OPForm", k), 0, 0, 0, 0).Visible = false;  // no such buttons
+    f.OPForm[k].group = -1;
+  }
+
+  place(f.Text1[0], "Text1(0)", 90, 60, 1380, 285, &fra1);
+  place(f.Text1[1], "Text1(1)", 90, 60, 1380, 285, &fra2);
+  place(f.Text1[2], "Text1(2)", 1470, 60, 1380, 285, &fra1).Visible = false;
+  for (auto& t : f.Text1) label(t, "Form:", kPanel);
+  place(f.GreyGreen, "GreyGreen", 1470, 960, 1380, 285, &fra1);
+  label(f.GreyGreen, "", kPanel, kGreyGreen);
+  f.Fra1.BackColor = f.Fra2.BackColor = kPanel;
+  f.Fra1.ToolTipText = f.Fra2.ToolTipText = "Formation";
+
+  const char* subTip = "Use this as an opportunity to change Formation";
+  place(f.CHsub[1], "CHsub(1)", 3120, 1455, 580, 420);
+  place(f.CHsub[0], "CHsub(0)", 3705, 1455, 580, 420);
+  place(f.CHsub[2], "CHsub(2)", 10995, 1455, 580, 420);
+  place(f.CHsub[3], "CHsub(3)", 11580, 1455, 580, 420);
+  for (auto& c : f.CHsub) {
+    c.Caption = "Sub";
+    c.ToolTipText = subTip;
+  }
+
+  place(f.Text2, "Text2", 6300, 90, 900, 345);
+  label(f.Text2, "Time");
+  place(f.TXtim, "TXtim", 7200, 90, 1260, 345);
+  label(f.TXtim, "00:00", RGB(16, 24, 16), RGB(255, 208, 64));
+  f.TXtim.ToolTipText = "Match clock";
+
+  place(f.TXoner, "TXoner", 6240, 510, 2760, 345);
+  label(f.TXoner, "Make Sub BEFORE rolling the dice", RGB(255, 240, 200), kAlert);
+  f.TXoner.ToolTipText = "If the checquered flags appear you cannot sub.";
+  f.TXoner.Visible = false;
+}
+
+void controlPanel(MatchForm& f) {
+  place(f.CDgo, "CDgo", 15480, 120, 1440, 480).Caption = "Start";
+  f.CDgo.ToolTipText = "Start a match";
+  place(f.CDhelp, "CDhelp", 17040, 120, 1440, 480).Caption = "Help";
+  f.CDhelp.ToolTipText = "How to play";
+
+  place(f.Cdice, "Cdice", 15480, 720, 1440, 1440).Image = "die0";
+  f.Cdice.BackColor = kWindow;  // neither awaiting nor rolled before the first match
+  f.Cdice.ToolTipText = "Roll the dice";
+  place(f.CDcontest[1], "CDcontest(1)", 17040, 720, 675, 675);
+  place(f.CDcontest[2], "CDcontest(2)", 17805, 720, 675, 675);
+  for (int s = 1; s <= 2; ++s) {
+    f.CDcontest[s].Image = "die7";
+    f.CDcontest[s].ToolTipText = "50/50 dice; click for new colours and name of this team";
+  }
+  place(f.CDcontest[0], "CDcontest(0)", 0, 0, 0, 0).Visible = false;  // no such button
+
+  place(f.CDhm, "CDhm", 17040, 1500, 900, 480).Visible = false;
+  f.CDhm.ToolTipText = "Play the computer's chosen flag";
+  place(f.Chp, "Chp", 18000, 1560, 480, 345).Visible = false;
+  f.Chp.ToolTipText = "Let the computer only show its choice";
+  place(f.TXq, "TXq", 18000, 1980, 480, 345).Visible = false;
+  label(f.TXq, "", kPanel);
+
+  place(f.TXstart, "TXstart", 15360, 2280, 3240, 345);
+  label(f.TXstart, "Num-lock ON to use keypad", kWindow, kGreyGreen);
+
+  place(f.Ch50, "Ch50", 15480, 2700, 3000, 300).Caption = "Dice 50/50 balls";
+  f.Ch50.ToolTipText = "How a ball at equal distance from both sides is settled";
+  f.Ch50.ForeColor = kGreyGreen;
+  place(f.ChAuto, "ChAuto", 15480, 3060, 3000, 300).Caption = "Automate option";
+  f.ChAuto.ToolTipText = "Speed it up by automating when there is only 1 option to choose";
+  place(f.ChtenFIF, "ChtenFIF", 15480, 3420, 1800, 300).Caption = "10/15 secs";
+  f.ChtenFIF.ToolTipText = "Friendly or Competition (360 or 540 moves)";
+  place(f.Chq, "Chq", 17400, 3420, 1080, 300).ToolTipText = "Quickplay";
+  for (CheckBox* c : {&f.Ch50, &f.ChAuto, &f.ChtenFIF, &f.Chq}) c->BackColor = kWindow;
+
+  Frame& mode = place(f.FrameMode, "FrameMode", 15360, 3840, 3240, 2400);
+  mode.BackColor = kPanel;
+  mode.ToolTipText = "Sow down or speed up Computer's decision making process.";
+  const char* modes[3] = {"Free Mode", "Mouse vs Keys", "Play Left vs AI"};
+  const char* modeTips[3] = {"Both players use mouse or keys",
+                             "Player on left uses mouse - right uses keys",
+                             "Bar below is AI IQ - Bar at bottom is Speed of AI decision"};
+  for (int k = 0; k < 3; ++k) {
+    OptionButton& o = place(f.OpMode[k], at("OpMode", k), 120, 240 + k * 300, 3000, 285, &mode);
+    o.Caption = modes[k];
+    o.ToolTipText = modeTips[k];
+    o.group = 3;
+  }
+  f.OpMode[0].Value = true;
+  ScrollBar& hai = place(f.Hai, "Hai", 120, 1260, 2160, 255, &mode);
+  hai.Min = 1, hai.Max = 6, hai.Value = 2, hai.SmallChange = 1, hai.LargeChange = 1;
+  hai.ToolTipText = "AI IQ : 1=dumb : 6=smart";
+  ScrollBar& vai = place(f.Vai, "Vai", 120, 1800, 2160, 255, &mode);
+  vai.Min = 250, vai.Max = 2000, vai.Value = 500, vai.SmallChange = 50, vai.LargeChange = 250;
+  vai.ToolTipText = "Sow down or speed up Computer's decision making process.";
+  place(f.Text3, "Text3", 2340, 1245, 780, 285, &mode);
+  label(f.Text3, "<IQ", kPanel);
+  place(f.Text4, "Text4", 2340, 1785, 780, 285, &mode);
+  label(f.Text4, "<AI spd", kPanel);
+
+  place(f.TXai, "TXai", 15480, 6300, 3000, 345);
+  label(f.TXai, "AI IQ : 1=dumb : 6=smart", kPanel);
+  f.TXai.ToolTipText = "AI IQ : 1=dumb : 6=smart";
+
+  Frame& names = place(f.Frame2, "Frame2", 15360, 6780, 3240, 660);
+  names.BackColor = kPanel;
+  names.ToolTipText = "Where new team names come from";
+  place(f.OpName[0], "OpName(0)", 120, 240, 1440, 285, &names).Caption = "Clubs";
+  place(f.OpName[1], "OpName(1)", 1620, 240, 1440, 285, &names).Caption = "Nations";
+  for (auto& o : f.OpName) o.group = 4;
+  f.OpName[1].Value = true;  // the source that an IQ of 2 picks
+
+  place(f.cdr, "cdr", 15480, 7560, 3000, 480).Caption = "Random Teams";
+  f.cdr.ToolTipText = "New colours and names for both teams";
+  f.cdr.BackColor = kWindow;
+  place(f.Command1, "Command1", 15480, 8160, 3000, 600).Image = "site";
+  f.Command1.ToolTipText = "Visit the maker's web site";
+  place(f.CDend, "CDend", 15480, 8880, 1440, 480).Caption = "Exit";
+  f.CDend.ToolTipText = "Leave the game";
+  place(f.TXver, "TXver", 17040, 8940, 1440, 345);
+  label(f.TXver, "ver 1.86");
+
+  Label& blurb = place(f.Lablurb, "Lablurb", 15360, 9480, 3240, 900);
+  blurb.Caption = "Free Quorvel can be played with a coin, two chessboards and a dice.";
+  blurb.BackColor = kWindow;
+
+  place(f.Pip, "Pip", 15360, 10500, 1560, 840).Visible = false;
+  place(f.Pdat, "Pdat", 17040, 10500, 1560, 840).Visible = false;
+
+  for (CommandButton* b : {&f.CDgo, &f.CDhelp, &f.CDhm, &f.CDend, &f.Command1})
+    b->BackColor = RGB(236, 236, 230);
+}
+
+void linksForm(MatchForm& f) {
+  auto& l = f.LinksForm;
+  place(l.Picture1, "LinksForm.Picture1", 120, 120, 6000, 3600).Image = "advert1";
+  place(l.Picture2, "LinksForm.Picture2", 120, 120, 6000, 3600).Image = "advert2";
+  l.Picture2.Visible = false;
+  l.Picture1.ToolTipText = l.Picture2.ToolTipText = "Click to visit";
+  place(l.Command1, "LinksForm.Command1", 120, 3840, 4200, 480).Caption =
+      "Visit the Quorvel web site";
+  place(l.CDend, "LinksForm.CDend", 4440, 3840, 1680, 480).Caption = "Exit";
+}
+
+}  // namespace
+
+void applyLayout(MatchForm& f) {
+  f.BackColor = kWindow;
+  pitch(f);
+  teamPanels(f);
+  controlPanel(f);
+  linksForm(f);
+  f.ActiveControl = f.CDgo.name;
+}
+
+}  // namespace quorvel
