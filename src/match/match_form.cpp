@@ -35,7 +35,11 @@ MatchForm::MatchForm()
   applyLayout(*this);
 }
 
-void forEachControl(MatchForm& f, const std::function<void(Control&)>& fn) {
+void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
+  // Gaps of the control arrays (OPForm(5..9), CDcontest(0), Goals(0), ...) have no name.
+  auto fn = [&visit](Control& c) {
+    if (!c.name.empty()) visit(c);
+  };
   auto all = [&fn](auto& arr) {
     for (auto& c : arr) fn(c);
   };

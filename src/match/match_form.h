@@ -165,7 +165,7 @@ struct MatchForm {
 };
 
 // Every control of both windows, main window first, in layout order.
-void forEachControl(MatchForm& f, const std::function<void(Control&)>& fn);
+void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit);
 
 // A new form with its layout applied and the window-load procedure run (virtual time 0).
 std::unique_ptr<MatchForm> newMatchForm(std::uint64_t seed = 1);

@@ -130,8 +130,8 @@ void teamPanels(MatchForm& f) {
   }
   f.OPForm[0].Value = true;   // left: "Varied"
   f.OPForm[12].Value = true;  // right: "Cup"
-  for (int k = 5; k < 10; ++k) {
-    place(f.OPForm[k], at("OPForm", k), 0, 0, 0, 0).Visible = false;  // no such buttons
+  for (int k = 5; k < 10; ++k) {  // gaps of the array: no such buttons, never enumerated
+    f.OPForm[k].Visible = false;
     f.OPForm[k].group = -1;
   }
 
@@ -181,7 +181,7 @@ void controlPanel(MatchForm& f) {
     f.CDcontest[s].Image = "die7";
     f.CDcontest[s].ToolTipText = "50/50 dice; click for new colours and name of this team";
   }
-  place(f.CDcontest[0], "CDcontest(0)", 0, 0, 0, 0).Visible = false;  // no such button
+  f.CDcontest[0].Visible = false;  // a gap of the array: no such button, never enumerated
 
   place(f.CDhm, "CDhm", 17040, 1500, 900, 480).Visible = false;
   f.CDhm.ToolTipText = "Play the computer's chosen flag";
