@@ -11,11 +11,17 @@ using Long = std::int32_t;     // 32-bit signed
 using Single = float;          // 32-bit real
 
 // The integer part of a non-negative draw or percentage: dice, percentages, random ranges.
-inline double intPart(double x) { return std::floor(x); }
+inline double intPart(double x) {
+  return std::floor(x);
+}
 
 // Rounding to the nearest whole number, halves to even: storing a real into an Integer,
 // using a real as an index. Relies on the default rounding mode, which nothing here changes.
-inline double roundEven(double x) { return std::nearbyint(x); }
-inline int roundIndex(double x) { return static_cast<int>(std::nearbyint(x)); }
+inline double roundEven(double x) {
+  return std::nearbyint(x);
+}
+inline int roundIndex(double x) {
+  return static_cast<int>(std::nearbyint(x));
+}
 
 }  // namespace quorvel

@@ -4,14 +4,22 @@ namespace quorvel {
 
 const char* kindName(Kind k) {
   switch (k) {
-    case Kind::Picture: return "picture";
-    case Kind::TextBox: return "text box";
-    case Kind::CommandButton: return "command button";
-    case Kind::CheckBox: return "check box";
-    case Kind::OptionButton: return "option button";
-    case Kind::ScrollBar: return "scroll bar";
-    case Kind::Frame: return "frame";
-    case Kind::Label: return "label";
+    case Kind::Picture:
+      return "picture";
+    case Kind::TextBox:
+      return "text box";
+    case Kind::CommandButton:
+      return "command button";
+    case Kind::CheckBox:
+      return "check box";
+    case Kind::OptionButton:
+      return "option button";
+    case Kind::ScrollBar:
+      return "scroll bar";
+    case Kind::Frame:
+      return "frame";
+    case Kind::Label:
+      return "label";
   }
   return "control";
 }

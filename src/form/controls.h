@@ -9,7 +9,16 @@
 
 namespace quorvel {
 
-enum class Kind { Picture, TextBox, CommandButton, CheckBox, OptionButton, ScrollBar, Frame, Label };
+enum class Kind {
+  Picture,
+  TextBox,
+  CommandButton,
+  CheckBox,
+  OptionButton,
+  ScrollBar,
+  Frame,
+  Label
+};
 
 struct Control {
   explicit Control(Kind k) : kind(k) {}

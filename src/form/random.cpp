@@ -13,13 +13,17 @@ double Random::next() {
   return static_cast<double>(engine_() >> 11) * 0x1.0p-53;
 }
 
-void Random::seed(std::uint64_t seed) { engine_.seed(seed); }
+void Random::seed(std::uint64_t seed) {
+  engine_.seed(seed);
+}
 
 void Random::mix(std::int64_t value) {
   const std::uint64_t a = engine_();
   const std::uint64_t b = engine_();
-  std::seed_seq seq{static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(a >> 32),
-                    static_cast<std::uint32_t>(b), static_cast<std::uint32_t>(b >> 32),
+  std::seed_seq seq{static_cast<std::uint32_t>(a),
+                    static_cast<std::uint32_t>(a >> 32),
+                    static_cast<std::uint32_t>(b),
+                    static_cast<std::uint32_t>(b >> 32),
                     static_cast<std::uint32_t>(static_cast<std::uint64_t>(value)),
                     static_cast<std::uint32_t>(static_cast<std::uint64_t>(value) >> 32)};
   engine_.seed(seq);

@@ -39,7 +39,7 @@ class Timer {
   std::string name_;
   int interval_;
   bool enabled_;
-  Millis start_ = 0;  // counting origin: the last switch-on or interval change
+  Millis start_ = 0;        // counting origin: the last switch-on or interval change
   std::int64_t fired_ = 0;  // ticks fired since start_
 };
 
@@ -62,7 +62,9 @@ class Scheduler {
   bool step(Millis limit);
 
   // Moves time forward without running anything (used only after step() found nothing).
-  void setNow(Millis t) { if (t > now_) now_ = t; }
+  void setNow(Millis t) {
+    if (t > now_) now_ = t;
+  }
 
   std::int64_t ticksRun() const { return ticksRun_; }
 

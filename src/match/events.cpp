@@ -47,7 +47,9 @@ void setScroll(MatchForm& f, ScrollBar& bar, int value) {
   if (&bar == &f.Hai) Hai_Change(f);
 }
 
-void setFocus(MatchForm& f, const Control& c) { f.ActiveControl = c.name; }
+void setFocus(MatchForm& f, const Control& c) {
+  f.ActiveControl = c.name;
+}
 
 void raiseClick(MatchForm& f, Control& c) {
   int i;

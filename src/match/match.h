@@ -29,8 +29,12 @@ void TikTok(MatchForm& f);
 void Form_KeyPress(MatchForm& f, int keyAscii);
 
 // Helpers of our own.
-inline int sideOf(int player) { return player <= 11 ? 1 : 2; }
-inline int shirtOf(int player) { return player <= 11 ? player : player - 11; }
+inline int sideOf(int player) {
+  return player <= 11 ? 1 : 2;
+}
+inline int shirtOf(int player) {
+  return player <= 11 ? player : player - 11;
+}
 bool playLeftVsAI(const MatchForm& f);
 bool mouseVsKeys(const MatchForm& f);
 // Puts the kick-off of `side` in place: owner, ball square, side to play, and the computer's

@@ -52,7 +52,8 @@ void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
   fn(f.Cdice);
   all(f.Di);
   all(f.CDcontest);
-  for (Control* c : std::initializer_list<Control*>{&f.CDgo, &f.CDend, &f.CDhelp, &f.cdr, &f.CDhm, &f.Chp})
+  for (Control* c :
+       std::initializer_list<Control*>{&f.CDgo, &f.CDend, &f.CDhelp, &f.cdr, &f.CDhm, &f.Chp})
     fn(*c);
   all(f.Team);
   all(f.Goals);
@@ -65,7 +66,8 @@ void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
   fn(f.TXver);
   all(f.OpMode);
   fn(f.FrameMode);
-  for (Control* c : std::initializer_list<Control*>{&f.Hai, &f.Vai, &f.Text3, &f.Text4, &f.TXai, &f.TXq})
+  for (Control* c :
+       std::initializer_list<Control*>{&f.Hai, &f.Vai, &f.Text3, &f.Text4, &f.TXai, &f.TXq})
     fn(*c);
   all(f.OPForm);
   fn(f.Fra1);
@@ -76,7 +78,8 @@ void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
   fn(f.TXoner);
   all(f.OpName);
   fn(f.Frame2);
-  for (Control* c : std::initializer_list<Control*>{&f.Ch50, &f.ChAuto, &f.Chq, &f.ChtenFIF}) fn(*c);
+  for (Control* c : std::initializer_list<Control*>{&f.Ch50, &f.ChAuto, &f.Chq, &f.ChtenFIF})
+    fn(*c);
   all(f.RainB);
   fn(f.Lablurb);
   all(f.Banner);

@@ -115,9 +115,9 @@ struct MatchForm {
   Integer EditLock = 0;
 
   // ---- the window itself -----------------------------------------------------------------
-  Colour BackColor;          // the main window's background
-  bool Visible = true;       // false once Exit has closed it
-  bool Ended = false;        // the program has been told to end
+  Colour BackColor;           // the main window's background
+  bool Visible = true;        // false once Exit has closed it
+  bool Ended = false;         // the program has been told to end
   std::string ActiveControl;  // name of the control with the keyboard focus
   Message LastMessage;
   std::string LastPage;
@@ -176,7 +176,11 @@ inline bool isCentreSquare(double col, double row) {
 }
 
 // Twips of the corner of a player picture standing on square (col, row).
-inline double playerLeft(double col) { return (col - 1) * 900 + 495; }
-inline double playerTop(double row) { return (row - 1) * 900 + 1935; }
+inline double playerLeft(double col) {
+  return (col - 1) * 900 + 495;
+}
+inline double playerTop(double row) {
+  return (row - 1) * 900 + 1935;
+}
 
 }  // namespace quorvel

@@ -10,8 +10,12 @@
 
 namespace quorvel {
 
-bool playLeftVsAI(const MatchForm& f) { return f.OpMode[2].Value; }
-bool mouseVsKeys(const MatchForm& f) { return f.OpMode[1].Value; }
+bool playLeftVsAI(const MatchForm& f) {
+  return f.OpMode[2].Value;
+}
+bool mouseVsKeys(const MatchForm& f) {
+  return f.OpMode[1].Value;
+}
 
 namespace {
 
@@ -47,7 +51,8 @@ void Form_Load(MatchForm& f) {
   f.PicGame.Left = 5790;
   f.PicGame.Top = 5000;
   // Swatch colours: red, white, cyan, blue; and their levels (component = level x 42).
-  const Integer red[4] = {252, 252, 0, 0}, green[4] = {0, 252, 252, 0}, blue[4] = {0, 252, 252, 252};
+  const Integer red[4] = {252, 252, 0, 0}, green[4] = {0, 252, 252, 0},
+                blue[4] = {0, 252, 252, 252};
   const Integer redStep[4] = {6, 6, 0, 0}, greenStep[4] = {0, 6, 6, 0}, blueStep[4] = {0, 6, 6, 6};
   for (int i = 0; i < 4; ++i) {
     f.ColRed[i] = red[i];
@@ -143,12 +148,18 @@ void variedDraw(MatchForm& f, int i) {
     bool colFirst;
   };
   Range r;
-  if (i <= 8) r = {3, 8, i - 1, i - 1, true};
-  else if (i == 10) r = {3, 8, 8, 8, true};
-  else if (i == 11) r = {9, 10, 2, 7, true};
-  else if (i <= 19) r = {9, 14, i - 12, i - 12, true};
-  else if (i == 21) r = {9, 14, 8, 8, true};
-  else r = {7, 8, 2, 7, true};  // player 22
+  if (i <= 8)
+    r = {3, 8, i - 1, i - 1, true};
+  else if (i == 10)
+    r = {3, 8, 8, 8, true};
+  else if (i == 11)
+    r = {9, 10, 2, 7, true};
+  else if (i <= 19)
+    r = {9, 14, i - 12, i - 12, true};
+  else if (i == 21)
+    r = {9, 14, 8, 8, true};
+  else
+    r = {7, 8, 2, 7, true};  // player 22
 
   bool anyFree = false;
   for (int c = r.colLo; c <= r.colHi && !anyFree; ++c)
@@ -160,7 +171,8 @@ void variedDraw(MatchForm& f, int i) {
     for (int c = c0; c < c0 + 8; ++c)
       for (int w = 1; w <= 8; ++w)
         if (!sideOccupies(f, i, c, w)) free.emplace_back(c, w);
-    const auto& sq = free[static_cast<std::size_t>(randomIn(f.Rnd, 0, static_cast<int>(free.size()) - 1))];
+    const auto& sq =
+        free[static_cast<std::size_t>(randomIn(f.Rnd, 0, static_cast<int>(free.size()) - 1))];
     putOn(f, i, sq.first, sq.second);
     return;
   }
@@ -187,23 +199,33 @@ int drawPart(Random& rnd, int base, int span, bool down) {
   return down ? base - k : base + k;
 }
 
-constexpr Spot fixed(int c, int r) { return {c, 1, r, 1, false}; }
-constexpr Spot colUp(int c, int span, int r) { return {c, span, r, 1, false}; }
-constexpr Spot colDown(int c, int span, int r) { return {c, span, r, 1, true}; }
-constexpr Spot rowRand(int c, int r, int span) { return {c, 1, r, span, false}; }
-constexpr Spot both(int c, int cs, int r, int rs, bool down = false) { return {c, cs, r, rs, down}; }
+constexpr Spot fixed(int c, int r) {
+  return {c, 1, r, 1, false};
+}
+constexpr Spot colUp(int c, int span, int r) {
+  return {c, span, r, 1, false};
+}
+constexpr Spot colDown(int c, int span, int r) {
+  return {c, span, r, 1, true};
+}
+constexpr Spot rowRand(int c, int r, int span) {
+  return {c, 1, r, span, false};
+}
+constexpr Spot both(int c, int cs, int r, int rs, bool down = false) {
+  return {c, cs, r, rs, down};
+}
 
 // Shirts 2..8, 10, 11 of the four fixed formations, left and right.
 constexpr int kShirts[9] = {2, 3, 4, 5, 6, 7, 8, 10, 11};
 const Spot kTables[4][2][9] = {
     // Norm
-    {{fixed(3, 3), fixed(3, 6), fixed(5, 2), fixed(5, 7), fixed(7, 3), fixed(7, 6), rowRand(10, 2, 6),
-      fixed(11, 2), fixed(11, 7)},
+    {{fixed(3, 3), fixed(3, 6), fixed(5, 2), fixed(5, 7), fixed(7, 3), fixed(7, 6),
+      rowRand(10, 2, 6), fixed(11, 2), fixed(11, 7)},
      {fixed(14, 3), fixed(14, 6), fixed(12, 2), fixed(12, 7), fixed(10, 3), fixed(10, 6),
       rowRand(7, 2, 6), fixed(6, 2), fixed(6, 7)}},
     // Cup
-    {{fixed(5, 3), fixed(5, 6), fixed(4, 2), fixed(4, 7), fixed(6, 4), fixed(6, 5), rowRand(7, 2, 6),
-      both(10, 2, 2, 2), both(10, 2, 6, 2)},
+    {{fixed(5, 3), fixed(5, 6), fixed(4, 2), fixed(4, 7), fixed(6, 4), fixed(6, 5),
+      rowRand(7, 2, 6), both(10, 2, 2, 2), both(10, 2, 6, 2)},
      {fixed(12, 3), fixed(12, 6), fixed(13, 2), fixed(13, 7), fixed(11, 4), fixed(11, 5),
       rowRand(10, 2, 6), both(7, 2, 2, 2, true), both(7, 2, 6, 2, true)}},
     // Defend

@@ -93,13 +93,21 @@ constexpr std::array<Levels, 10> kKits = {{{6, 6, 6},
                                            {6, 1, 6},
                                            {3, 1, 1}}};
 
-int distance(Levels a, Levels b) { return std::abs(a.r - b.r) + std::abs(a.g - b.g) + std::abs(a.b - b.b); }
+int distance(Levels a, Levels b) {
+  return std::abs(a.r - b.r) + std::abs(a.g - b.g) + std::abs(a.b - b.b);
+}
 
-Levels levelsOf(Colour c) { return {(c.red() + 21) / 42, (c.green() + 21) / 42, (c.blue() + 21) / 42}; }
+Levels levelsOf(Colour c) {
+  return {(c.red() + 21) / 42, (c.green() + 21) / 42, (c.blue() + 21) / 42};
+}
 
-Levels swatchLevels(const MatchForm& f, int i) { return {f.RedStep[i], f.GreenStep[i], f.BlueStep[i]}; }
+Levels swatchLevels(const MatchForm& f, int i) {
+  return {f.RedStep[i], f.GreenStep[i], f.BlueStep[i]};
+}
 
-int partnerOf(int i) { return i ^ 1; }  // 0<->1 (left), 2<->3 (right)
+int partnerOf(int i) {
+  return i ^ 1;
+}  // 0<->1 (left), 2<->3 (right)
 
 bool acceptable(const MatchForm& f, int index, Levels c) {
   if (distance(c, levelsOf(kPitchLight)) < 4 || distance(c, levelsOf(kPitchDark)) < 4) return false;
@@ -123,7 +131,8 @@ Levels fallbackColour(const MatchForm& f, int index) {
       for (int b = 0; b <= 6; ++b) {
         const Levels c{r, g, b};
         if (acceptable(f, index, c)) return c;
-        int margin = std::min(distance(c, levelsOf(kPitchLight)), distance(c, levelsOf(kPitchDark)));
+        int margin =
+            std::min(distance(c, levelsOf(kPitchLight)), distance(c, levelsOf(kPitchDark)));
         for (int j = 0; j < 4; ++j)
           if (j != index) margin = std::min(margin, distance(c, swatchLevels(f, j)));
         if (margin > bestMargin) best = c, bestMargin = margin;

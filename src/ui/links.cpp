@@ -76,13 +76,21 @@ void TimBan_Timer(MatchForm& f) {
 void Timer1_Timer(MatchForm&) {}  // a spare timer of the layout; it is never switched on
 
 void Banner_Click(MatchForm& f, int index) {
-  if (index == 0) Quorvel(f);
-  else Webbit(f);
+  if (index == 0)
+    Quorvel(f);
+  else
+    Webbit(f);
 }
 
-void Command1_Click(MatchForm& f) { Webbit(f); }
-void Quorvel(MatchForm& f) { openPage(f, kGamePage); }
-void Webbit(MatchForm& f) { openPage(f, kHomePage); }
+void Command1_Click(MatchForm& f) {
+  Webbit(f);
+}
+void Quorvel(MatchForm& f) {
+  openPage(f, kGamePage);
+}
+void Webbit(MatchForm& f) {
+  openPage(f, kHomePage);
+}
 
 void LinksForm_Activate(MatchForm& f) {
   const bool first = static_cast<int>(intPart(2 * f.Rnd.next())) == 0;
@@ -97,10 +105,18 @@ void LinksForm_Click(MatchForm& f) {
   l.Picture2.Visible = one;
 }
 
-void LinksForm_Timer1_Timer(MatchForm& f) { LinksForm_Click(f); }
-void LinksForm_Picture1_Click(MatchForm& f) { openPage(f, kAdvertPage1); }
-void LinksForm_Picture2_Click(MatchForm& f) { openPage(f, kAdvertPage2); }
-void LinksForm_Command1_Click(MatchForm& f) { openPage(f, kSite); }
+void LinksForm_Timer1_Timer(MatchForm& f) {
+  LinksForm_Click(f);
+}
+void LinksForm_Picture1_Click(MatchForm& f) {
+  openPage(f, kAdvertPage1);
+}
+void LinksForm_Picture2_Click(MatchForm& f) {
+  openPage(f, kAdvertPage2);
+}
+void LinksForm_Command1_Click(MatchForm& f) {
+  openPage(f, kSite);
+}
 
 void LinksForm_CDend_Click(MatchForm& f) {
   f.Ended = true;

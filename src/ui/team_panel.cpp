@@ -19,10 +19,12 @@ void TimTeam_Timer(MatchForm& f) {
   const bool locked = f.EditLock == 3;
   for (int s = 1; s <= 2; ++s) {
     f.Team[s].Locked = locked;
-    f.CDcontest[s].ToolTipText = locked ? "50/50 dice" : "50/50 dice; click for new colours and name of this team";
+    f.CDcontest[s].ToolTipText =
+        locked ? "50/50 dice" : "50/50 dice; click for new colours and name of this team";
   }
   for (auto& swatch : f.RainB)
-    swatch.ToolTipText = locked ? "Team colours are fixed for this match" : "Click to change this team colour";
+    swatch.ToolTipText =
+        locked ? "Team colours are fixed for this match" : "Click to change this team colour";
   Rainbow(f);
   f.Fra2.Enabled = !playLeftVsAI(f);
   FormAI(f);

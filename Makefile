@@ -1,0 +1,41 @@
+# make run   - install what is missing, build, start the game
+# make test  - install what is missing, build, run every test
+# make bench - build and run the benchmarks
+BUILD ?= build
+CMAKE_FLAGS ?=
+JOBS ?= $(shell nproc)
+
+# Debian packages the build and the tests need.
+PACKAGES := cmake ninja-build g++ make pkg-config googletest libgtest-dev libgmock-dev \
+            libbenchmark-dev qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev \
+            clang-format xvfb xauth
+
+.PHONY: deps configure build run test bench clean
+
+deps:
+	@missing=""; for p in $(PACKAGES); do \
+	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'install ok installed' || missing="$$missing $$p"; \
+	done; \
+	if [ -n "$$missing" ]; then \
+	  echo "Installing:$$missing"; \
+	  SUDO=""; [ "$$(id -u)" -ne 0 ] && SUDO=sudo; \
+	  $$SUDO apt-get update -qq && DEBIAN_FRONTEND=noninteractive $$SUDO apt-get install -y -qq $$missing; \
+	fi
+
+configure: deps
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS)
+
+build: configure
+	cmake --build $(BUILD) -j $(JOBS)
+
+run: build
+	./$(BUILD)/app/quorvel
+
+test: build
+	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+bench: build
+	./$(BUILD)/bench/quorvel_bench
+
+clean:
+	rm -rf $(BUILD)

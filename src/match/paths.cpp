@@ -1,0 +1,568 @@
+#include "match/paths.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <type_traits>
+
+namespace quorvel {
+
+std::string formatNumber(double v) {
+  if (v == 0) return "0";  // also for -0
+  char buf[64];
+  auto r = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, r.ptr);
+}
+
+std::string formatNumber(float v) {
+  if (v == 0) return "0";
+  char buf[64];
+  auto r = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, r.ptr);
+}
+
+namespace {
+
+template <typename T>
+bool parseWhole(std::string_view s, T& out) {
+  auto r = std::from_chars(s.data(), s.data() + s.size(), out);
+  return r.ec == std::errc() && r.ptr == s.data() + s.size();
+}
+
+bool parseReal(std::string_view s, double& out) {
+  auto r = std::from_chars(s.data(), s.data() + s.size(), out);
+  return r.ec == std::errc() && r.ptr == s.data() + s.size() && std::isfinite(out);
+}
+
+bool parseReal(std::string_view s, float& out) {
+  auto r = std::from_chars(s.data(), s.data() + s.size(), out);
+  return r.ec == std::errc() && r.ptr == s.data() + s.size() && std::isfinite(out);
+}
+
+std::string quoted(std::string_view s) {
+  return "'" + std::string(s) + "'";
+}
+
+// NAME, NAME(I) or NAME(I,J); indices whole numbers.
+bool splitIndices(std::string_view path, std::string_view& name, std::vector<long>& idx,
+                  std::string& err) {
+  const auto open = path.find('(');
+  if (open == std::string_view::npos) {
+    name = path;
+    return true;
+  }
+  if (path.back() != ')') {
+    err = "malformed path " + quoted(path);
+    return false;
+  }
+  name = path.substr(0, open);
+  std::string_view inner = path.substr(open + 1, path.size() - open - 2);
+  while (true) {
+    const auto comma = inner.find(',');
+    std::string_view part = inner.substr(0, comma);
+    long v;
+    if (!parseWhole(part, v)) {
+      err = "malformed index " + quoted(part) + " in " + quoted(path);
+      return false;
+    }
+    idx.push_back(v);
+    if (comma == std::string_view::npos) break;
+    inner = inner.substr(comma + 1);
+  }
+  return true;
+}
+
+std::string escapeJson(const std::string& s) {
+  std::string out = "\"";
+  for (char ch : s) {
+    const auto c = static_cast<unsigned char>(ch);
+    if (ch == '"')
+      out += "\\\"";
+    else if (ch == '\\')
+      out += "\\\\";
+    else if (ch == '\n')
+      out += "\\n";
+    else if (ch == '\r')
+      out += "\\r";
+    else if (ch == '\t')
+      out += "\\t";
+    else if (c < 0x20) {
+      char buf[8];
+      std::snprintf(buf, sizeof buf, "\\u%04x", c);
+      out += buf;
+    } else
+      out += ch;
+  }
+  return out + "\"";
+}
+
+}  // namespace
+
+// ---- registration ---------------------------------------------------------------------------
+
+template <typename T>
+void FormPaths::addVar(const char* name, T& v) {
+  Type t;
+  if constexpr (std::is_same_v<T, Integer>)
+    t = Type::Int16;
+  else if constexpr (std::is_same_v<T, Long>)
+    t = Type::Int32;
+  else if constexpr (std::is_same_v<T, Single>)
+    t = Type::Float;
+  else if constexpr (std::is_same_v<T, double>)
+    t = Type::Double;
+  else
+    t = Type::String;
+  vars_[name] = Var{t, &v, 0, {0, 0}};
+  varOrder_.push_back(name);
+}
+
+template <typename T, std::size_t N>
+void FormPaths::addVar(const char* name, std::array<T, N>& a) {
+  addVar(name, a[0]);
+  Var& v = vars_[name];
+  v.dims = 1;
+  v.size[0] = static_cast<int>(N);
+}
+
+void FormPaths::addVar(const char* name, std::array<std::array<Integer, 7>, 3>& a) {
+  addVar(name, a[0][0]);
+  Var& v = vars_[name];
+  v.dims = 2;
+  v.size[0] = 3;
+  v.size[1] = 7;
+}
+
+FormPaths::FormPaths(MatchForm& f) : f_(f) {
+#define QV(name) addVar(#name, f.name)
+  QV(GameOn), QV(GameEnd), QV(GameCount), QV(KickOffSide), QV(TimiCount), QV(DiceReady);
+  QV(DiceValue), QV(ClockMin), QV(ClockSec), QV(HalfHold);
+  QV(TeamTurn), QV(BallOwner), QV(BallCol), QV(BallRow), QV(FlagDx), QV(FlagDy), QV(FlagGoal);
+  QV(FlagCount), QV(OnlyFlag), QV(KickFlag), QV(ClickFrom), QV(TargetCol), QV(TargetRow);
+  QV(Receiver), QV(ReceiverDist), QV(ContestWin), QV(KickTicks), QV(BallStepX), QV(BallStepY);
+  QV(RunStepX), QV(RunStepY), QV(KickCount), QV(DribbleDx), QV(DribbleDy);
+  QV(GoalFlag), QV(GoalSide), QV(CheerTicks), QV(CheerFlip), QV(GoalHold);
+  QV(PlayerCol), QV(PlayerRow), QV(PlaceMode), QV(PlaceTicks), QV(FormChanged), QV(SubTicks);
+  QV(SubOff), QV(SubNumber), QV(GoalDiff);
+  QV(AIGo), QV(AIIQ), QV(AIFlag), QV(SubMinute), QV(ThreatCount), QV(ThreatAICount);
+  QV(ThreatDiff), QV(TerrorCount), QV(TerrorAICount), QV(TerrorDiff), QV(AutoHold);
+  QV(ColRed), QV(ColGreen), QV(ColBlue), QV(RedStep), QV(GreenStep), QV(BlueStep);
+  QV(TeamName), QV(HeadPick), QV(TailPick), QV(NameHead), QV(NameTail), QV(EditLock);
+#undef QV
+
+  forEachControl(f, [this](Control& c) {
+    controls_[c.name] = &c;
+    std::string_view base;
+    std::vector<long> idx;
+    std::string err;
+    if (c.name.find('(') != std::string::npos && splitIndices(c.name, base, idx, err)) {
+      auto [it, fresh] = arrays_.try_emplace(std::string(base), static_cast<int>(idx[0]),
+                                             static_cast<int>(idx[0]));
+      if (!fresh) {
+        it->second.first = std::min(it->second.first, static_cast<int>(idx[0]));
+        it->second.second = std::max(it->second.second, static_cast<int>(idx[0]));
+      }
+    }
+  });
+  for (Timer* t : {&f.Timi, &f.TimPlace, &f.TimB, &f.TimSc, &f.TimSub, &f.TimAI, &f.TimAuto,
+                   &f.TimTeam, &f.TimBan, &f.Timer1, &f.LinksForm.Timer1})
+    timers_[t->name()] = t;
+}
+
+// ---- resolution -----------------------------------------------------------------------------
+
+Control* FormPaths::control(std::string_view name, std::string* reason) const {
+  if (auto it = controls_.find(name); it != controls_.end()) return it->second;
+  if (reason) {
+    std::string_view base;
+    std::vector<long> idx;
+    std::string err;
+    if (!splitIndices(name, base, idx, err))
+      *reason = err;
+    else if (auto a = arrays_.find(base); a != arrays_.end()) {
+      *reason = idx.empty() ? quoted(base) + " is a control array and needs an index"
+                            : "no control " + quoted(name) + " (the array " + quoted(base) +
+                                  " has no such index)";
+    } else
+      *reason = "unknown control " + quoted(name);
+  }
+  return nullptr;
+}
+
+std::string FormPaths::resolveVar(std::string_view path, Field& out) const {
+  std::string_view name;
+  std::vector<long> idx;
+  std::string err;
+  if (!splitIndices(path, name, idx, err)) return err;
+  auto it = vars_.find(name);
+  if (it == vars_.end()) {
+    if (controls_.count(name) || arrays_.count(name) || timers_.count(name))
+      return quoted(name) + " is a control: name one of its properties, as in " +
+             std::string(name) + ".Visible";
+    return "unknown name " + quoted(name);
+  }
+  const Var& v = it->second;
+  if (static_cast<int>(idx.size()) != v.dims) {
+    return quoted(name) + (v.dims == 0 ? " takes no index"
+                                       : " needs " + std::to_string(v.dims) +
+                                             (v.dims == 1 ? " index" : " indices"));
+  }
+  long offset = 0;
+  for (int d = 0; d < v.dims; ++d) {
+    if (idx[d] < 0 || idx[d] >= v.size[d])
+      return "index " + std::to_string(idx[d]) + " out of range 0.." +
+             std::to_string(v.size[d] - 1) + " for " + quoted(name);
+    offset = offset * v.size[d] + idx[d];
+  }
+  std::size_t elem = 0;
+  switch (v.type) {
+    case Type::Int16:
+      elem = sizeof(Integer);
+      break;
+    case Type::Int32:
+      elem = sizeof(Long);
+      break;
+    case Type::Float:
+      elem = sizeof(Single);
+      break;
+    case Type::Double:
+      elem = sizeof(double);
+      break;
+    default:
+      elem = sizeof(std::string);
+      break;
+  }
+  out = Field{v.type, static_cast<char*>(v.base) + offset * static_cast<long>(elem)};
+  return {};
+}
+
+std::string FormPaths::resolveProperty(Control& c, std::string_view prop, Field& out) const {
+  auto common = [&]() -> bool {
+    if (prop == "Left")
+      out = {Type::Double, &c.Left};
+    else if (prop == "Top")
+      out = {Type::Double, &c.Top};
+    else if (prop == "Width")
+      out = {Type::Double, &c.Width};
+    else if (prop == "Height")
+      out = {Type::Double, &c.Height};
+    else if (prop == "Visible")
+      out = {Type::Bool, &c.Visible};
+    else if (prop == "Enabled")
+      out = {Type::Bool, &c.Enabled};
+    else if (prop == "BackColor")
+      out = {Type::Colour, &c.BackColor};
+    else if (prop == "ForeColor")
+      out = {Type::Colour, &c.ForeColor};
+    else if (prop == "ToolTipText")
+      out = {Type::String, &c.ToolTipText};
+    else
+      return false;
+    return true;
+  };
+  if (common()) return {};
+  switch (c.kind) {
+    case Kind::Picture:
+      if (prop == "Picture") return out = {Type::Image, &static_cast<Picture&>(c).Image}, "";
+      break;
+    case Kind::TextBox: {
+      auto& t = static_cast<TextBox&>(c);
+      if (prop == "Text") return out = {Type::String, &t.Text}, "";
+      if (prop == "Locked") return out = {Type::Bool, &t.Locked}, "";
+      break;
+    }
+    case Kind::CommandButton: {
+      auto& b = static_cast<CommandButton&>(c);
+      if (prop == "Caption") return out = {Type::String, &b.Caption}, "";
+      if (prop == "Picture") return out = {Type::Image, &b.Image}, "";
+      if (prop == "Value") return out = {Type::Bool, &b.Value}, "";
+      break;
+    }
+    case Kind::CheckBox: {
+      auto& b = static_cast<CheckBox&>(c);
+      if (prop == "Caption") return out = {Type::String, &b.Caption}, "";
+      if (prop == "Value") {
+        out = {Type::Int, &b.Value};
+        out.checkBox = true;
+        return {};
+      }
+      break;
+    }
+    case Kind::OptionButton: {
+      auto& b = static_cast<OptionButton&>(c);
+      if (prop == "Caption") return out = {Type::String, &b.Caption}, "";
+      if (prop == "Value") return out = {Type::Bool, &b.Value}, "";
+      break;
+    }
+    case Kind::ScrollBar: {
+      auto& b = static_cast<ScrollBar&>(c);
+      if (prop == "Min") return out = {Type::Int, &b.Min}, "";
+      if (prop == "Max") return out = {Type::Int, &b.Max}, "";
+      if (prop == "SmallChange") return out = {Type::Int, &b.SmallChange}, "";
+      if (prop == "LargeChange") return out = {Type::Int, &b.LargeChange}, "";
+      if (prop == "Value") {
+        out = {Type::Int, &b.Value};
+        out.bar = &b;
+        return {};
+      }
+      break;
+    }
+    case Kind::Frame:
+      if (prop == "Caption") return out = {Type::String, &static_cast<Frame&>(c).Caption}, "";
+      break;
+    case Kind::Label:
+      if (prop == "Caption") return out = {Type::String, &static_cast<Label&>(c).Caption}, "";
+      break;
+  }
+  return "a " + std::string(kindName(c.kind)) + " has no property " + quoted(prop);
+}
+
+std::string FormPaths::resolve(std::string_view path, Field& out) const {
+  if (path == "MatchForm.BackColor") return out = {Type::Colour, &f_.BackColor}, "";
+  if (path == "MatchForm.Visible") return out = {Type::Bool, &f_.Visible}, "";
+  if (path == "LinksForm.Visible") return out = {Type::Bool, &f_.LinksForm.Visible}, "";
+  if (path == "ActiveControl") return out = {Type::String, &f_.ActiveControl}, "";
+  if (path == "LastMessage.Title") return out = {Type::String, &f_.LastMessage.Title}, "";
+  if (path == "LastMessage.Text") return out = {Type::String, &f_.LastMessage.Text}, "";
+  if (path == "LastPage") return out = {Type::String, &f_.LastPage}, "";
+
+  const auto dot = path.rfind('.');
+  if (dot == std::string_view::npos) return resolveVar(path, out);
+  const std::string_view owner = path.substr(0, dot), prop = path.substr(dot + 1);
+  if (auto t = timers_.find(owner); t != timers_.end()) {
+    if (prop == "Enabled")
+      out = {Type::Bool, nullptr};
+    else if (prop == "Interval")
+      out = {Type::Int, nullptr};
+    else
+      return "a timer has no property " + quoted(prop);
+    out.timer = t->second;
+    out.interval = prop == "Interval";
+    return {};
+  }
+  std::string reason;
+  Control* c = control(owner, &reason);
+  if (c == nullptr) return reason;
+  return resolveProperty(*c, prop, out);
+}
+
+// ---- values ---------------------------------------------------------------------------------
+
+namespace {
+
+std::string read(const FormPaths::Field& fl) {
+  using T = FormPaths::Type;
+  if (fl.timer)
+    return fl.interval ? std::to_string(fl.timer->Interval())
+                       : (fl.timer->Enabled() ? "true" : "false");
+  switch (fl.type) {
+    case T::Int16:
+      return std::to_string(*static_cast<Integer*>(fl.p));
+    case T::Int32:
+      return std::to_string(*static_cast<Long*>(fl.p));
+    case T::Int:
+      return std::to_string(*static_cast<int*>(fl.p));
+    case T::Float:
+      return formatNumber(*static_cast<Single*>(fl.p));
+    case T::Double:
+      return formatNumber(*static_cast<double*>(fl.p));
+    case T::Bool:
+      return *static_cast<bool*>(fl.p) ? "true" : "false";
+    case T::Colour:
+      return toHex(*static_cast<Colour*>(fl.p));
+    case T::String:
+    case T::Image:
+      return *static_cast<std::string*>(fl.p);
+  }
+  return {};
+}
+
+bool numeric(FormPaths::Type t) {
+  using T = FormPaths::Type;
+  return t == T::Int16 || t == T::Int32 || t == T::Int || t == T::Float || t == T::Double;
+}
+
+// Checks that `text` fits the field; writes it only when `write` is set. Returns the reason it
+// does not fit, or "".
+std::string store(const FormPaths::Field& fl, std::string_view text, bool write) {
+  using T = FormPaths::Type;
+  auto wrongKind = [&](const char* what) { return "value " + quoted(text) + " is not " + what; };
+  if (fl.timer) {
+    if (fl.interval) {
+      long v;
+      if (!parseWhole(text, v) || v < 0 || v > 65535)
+        return wrongKind("an interval of 0..65535 ms");
+      if (write) fl.timer->setInterval(static_cast<int>(v));
+    } else {
+      if (text != "true" && text != "false") return wrongKind("true or false");
+      if (write) fl.timer->setEnabled(text == "true");
+    }
+    return {};
+  }
+  switch (fl.type) {
+    case T::Int16:
+    case T::Int32:
+    case T::Int: {
+      long v;
+      if (!parseWhole(text, v)) return wrongKind("a whole number");
+      long lo = fl.type == T::Int16 ? std::numeric_limits<Integer>::min()
+                                    : std::numeric_limits<Long>::min();
+      long hi = fl.type == T::Int16 ? std::numeric_limits<Integer>::max()
+                                    : std::numeric_limits<Long>::max();
+      if (fl.checkBox) lo = 0, hi = 1;
+      if (fl.bar) lo = std::min(fl.bar->Min, fl.bar->Max), hi = std::max(fl.bar->Min, fl.bar->Max);
+      if (v < lo || v > hi)
+        return "value " + std::to_string(v) + " out of range " + std::to_string(lo) + ".." +
+               std::to_string(hi);
+      if (write) {
+        if (fl.type == T::Int16)
+          *static_cast<Integer*>(fl.p) = static_cast<Integer>(v);
+        else if (fl.type == T::Int32)
+          *static_cast<Long*>(fl.p) = static_cast<Long>(v);
+        else
+          *static_cast<int*>(fl.p) = static_cast<int>(v);
+      }
+      return {};
+    }
+    case T::Float: {
+      float v;
+      if (!parseReal(text, v)) return wrongKind("a number");
+      if (write) *static_cast<Single*>(fl.p) = v;
+      return {};
+    }
+    case T::Double: {
+      double v;
+      if (!parseReal(text, v)) return wrongKind("a number");
+      if (write) *static_cast<double*>(fl.p) = v;
+      return {};
+    }
+    case T::Bool:
+      if (text != "true" && text != "false") return wrongKind("true or false");
+      if (write) *static_cast<bool*>(fl.p) = text == "true";
+      return {};
+    case T::Colour: {
+      auto c = parseHex(text);
+      if (!c) return wrongKind("a colour #rrggbb");
+      if (write) *static_cast<Colour*>(fl.p) = *c;
+      return {};
+    }
+    case T::String:
+    case T::Image:
+      if (write) *static_cast<std::string*>(fl.p) = std::string(text);
+      return {};
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string FormPaths::get(std::string_view path, std::string& value) const {
+  Field fl{};
+  if (auto err = resolve(path, fl); !err.empty()) return err;
+  value = read(fl);
+  return {};
+}
+
+std::string FormPaths::set(std::string_view path, std::string_view value) {
+  Field fl{};
+  if (auto err = resolve(path, fl); !err.empty()) return err;
+  if (auto err = store(fl, value, false); !err.empty()) return err;
+  return store(fl, value, true);
+}
+
+std::string FormPaths::compare(std::string_view path, std::string_view value, bool& same) const {
+  Field fl{};
+  if (auto err = resolve(path, fl); !err.empty()) return err;
+  const std::string now = read(fl);
+  const bool isNumber = fl.timer ? fl.interval : numeric(fl.type);
+  if (!isNumber) {
+    if (fl.type == Type::Colour && !fl.timer) {
+      auto c = parseHex(value);
+      if (!c) return "value " + quoted(value) + " is not a colour #rrggbb";
+      same = *c == *static_cast<Colour*>(fl.p);
+      return {};
+    }
+    if ((fl.type == Type::Bool || fl.timer) && value != "true" && value != "false")
+      return "value " + quoted(value) + " is not true or false";
+    same = now == value;
+    return {};
+  }
+  // Numbers compare as numbers, each read in the variable's own precision.
+  if (fl.type == Type::Float && !fl.timer) {
+    float v;
+    if (!parseReal(value, v)) return "value " + quoted(value) + " is not a number";
+    same = v == *static_cast<Single*>(fl.p);
+    return {};
+  }
+  double expected, actual;
+  if (!parseReal(value, expected)) return "value " + quoted(value) + " is not a number";
+  parseReal(now, actual);
+  same = expected == actual;
+  return {};
+}
+
+std::string FormPaths::dump() const {
+  std::string out = "{";
+  bool first = true;
+  auto emit = [&](const std::string& key, const Field& fl) {
+    if (!first) out += ",";
+    first = false;
+    out += escapeJson(key) + ":";
+    const bool plain = fl.timer ? true : (numeric(fl.type) || fl.type == Type::Bool);
+    out += plain ? read(fl) : escapeJson(read(fl));
+  };
+  for (const std::string& name : varOrder_) {
+    const Var& v = vars_.at(name);
+    if (v.dims == 0) {
+      Field fl{};
+      resolveVar(name, fl);
+      emit(name, fl);
+      continue;
+    }
+    for (int i = 0; i < v.size[0]; ++i) {
+      if (v.dims == 1) {
+        const std::string key = name + "(" + std::to_string(i) + ")";
+        Field fl{};
+        resolveVar(key, fl);
+        emit(key, fl);
+        continue;
+      }
+      for (int j = 0; j < v.size[1]; ++j) {
+        const std::string key = name + "(" + std::to_string(i) + "," + std::to_string(j) + ")";
+        Field fl{};
+        resolveVar(key, fl);
+        emit(key, fl);
+      }
+    }
+  }
+  static const char* const kProps[] = {
+      "Left",      "Top",       "Width",       "Height",  "Visible",     "Enabled",
+      "BackColor", "ForeColor", "ToolTipText", "Picture", "Text",        "Locked",
+      "Caption",   "Value",     "Min",         "Max",     "SmallChange", "LargeChange"};
+  forEachControl(f_, [&](Control& c) {
+    for (const char* prop : kProps) {
+      Field fl{};
+      if (resolveProperty(c, prop, fl).empty()) emit(c.name + "." + prop, fl);
+    }
+  });
+  for (const auto& [name, t] : timers_) {
+    Field en{Type::Bool, nullptr};
+    en.timer = t;
+    emit(name + ".Enabled", en);
+    Field iv{Type::Int, nullptr};
+    iv.timer = t;
+    iv.interval = true;
+    emit(name + ".Interval", iv);
+  }
+  for (const char* special :
+       {"MatchForm.BackColor", "MatchForm.Visible", "LinksForm.Visible", "ActiveControl",
+        "LastMessage.Title", "LastMessage.Text", "LastPage"}) {
+    Field fl{};
+    resolve(special, fl);
+    emit(special, fl);
+  }
+  return out + "}";
+}
+
+}  // namespace quorvel

@@ -1,0 +1,73 @@
+// Every form variable and control property by its name, as scripts and bug reports write it:
+// "BallOwner", "PlayerCol(9)", "SubMinute(2,6)", "CDdest(3).Visible", "LinksForm.Picture1.Visible",
+// "MatchForm.BackColor", "ActiveControl", "LastMessage.Text", "LastPage".
+// Values read and write as text: numbers in their shortest exact form, "true"/"false",
+// check boxes 0/1, colours "#rrggbb".
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "match/match_form.h"
+
+namespace quorvel {
+
+class FormPaths {
+ public:
+  explicit FormPaths(MatchForm& f);
+
+  // Each returns an empty string on success, otherwise the reason it could not be done.
+  std::string get(std::string_view path, std::string& value) const;
+  std::string set(std::string_view path, std::string_view value);
+  // `same` tells whether the path reads `value`; numbers compare as numbers.
+  std::string compare(std::string_view path, std::string_view value, bool& same) const;
+
+  // A control by its name ("Cdice", "Player(3)", "LinksForm.CDend"), or nullptr; `reason`
+  // tells why not.
+  Control* control(std::string_view name, std::string* reason = nullptr) const;
+
+  // The whole state as one line of JSON keyed by path.
+  std::string dump() const;
+
+  enum class Type { Int16, Int32, Int, Float, Double, Bool, String, Colour, Image };
+  struct Field {
+    Type type;
+    void* p;
+    bool checkBox = false;           // an int restricted to 0/1
+    const ScrollBar* bar = nullptr;  // a scroll bar's Value stays within Min..Max
+    Timer* timer = nullptr;          // Enabled/Interval go through the timer's setters
+    bool interval = false;
+  };
+
+ private:
+  struct Var {
+    Type type;
+    void* base;
+    int dims;     // 0, 1 or 2
+    int size[2];  // extents
+  };
+  template <typename T>
+  void addVar(const char* name, T& v);
+  template <typename T, std::size_t N>
+  void addVar(const char* name, std::array<T, N>& a);
+  void addVar(const char* name, std::array<std::array<Integer, 7>, 3>& a);
+
+  std::string resolve(std::string_view path, Field& out) const;
+  std::string resolveVar(std::string_view path, Field& out) const;
+  std::string resolveProperty(Control& c, std::string_view prop, Field& out) const;
+
+  MatchForm& f_;
+  std::vector<std::string> varOrder_;
+  std::map<std::string, Var, std::less<>> vars_;
+  std::map<std::string, Control*, std::less<>> controls_;           // full names
+  std::map<std::string, std::pair<int, int>, std::less<>> arrays_;  // base -> index range
+  std::map<std::string, Timer*, std::less<>> timers_;
+};
+
+// Shortest text that reads back to exactly the same number.
+std::string formatNumber(double v);
+std::string formatNumber(float v);
+
+}  // namespace quorvel
