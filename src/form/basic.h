@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string_view>
 
 namespace quorvel {
 
@@ -23,5 +24,9 @@ inline double roundEven(double x) {
 inline int roundIndex(double x) {
   return static_cast<int>(std::nearbyint(x));
 }
+
+// The number a text box holds: its leading number, blanks skipped; 0 when it starts with none
+// (an empty or non-numeric box counts as 0).
+double textValue(std::string_view text);
 
 }  // namespace quorvel

@@ -11,13 +11,17 @@
 
 namespace quorvel::testing {
 
-inline std::unique_ptr<MatchForm> loadedForm(std::uint64_t seed = 1) { return newMatchForm(seed); }
+inline std::unique_ptr<MatchForm> loadedForm(std::uint64_t seed = 1) {
+  return newMatchForm(seed);
+}
 
 // Presses Start with the kick-off forced to `side` (1 left, 2 right).
 inline void startMatch(MatchForm& f, int side) {
   const bool firstMatch = f.GameCount == 0 || f.GameCount == 9999;
-  if (firstMatch) f.Rnd.force({0.0, side == 1 ? 0.0 : 0.5});  // second draw decides
-  else f.Rnd.force({side == 1 ? 0.0 : 0.5});
+  if (firstMatch)
+    f.Rnd.force({0.0, side == 1 ? 0.0 : 0.5});  // second draw decides
+  else
+    f.Rnd.force({side == 1 ? 0.0 : 0.5});
   userClick(f, f.CDgo);
 }
 

@@ -1,0 +1,27 @@
+#include "form/basic.h"
+
+#include <cctype>
+#include <charconv>
+
+namespace quorvel {
+
+double textValue(std::string_view text) {
+  std::size_t i = 0;
+  while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
+  std::size_t j = i;
+  if (j < text.size() && (text[j] == '+' || text[j] == '-')) ++j;
+  bool digits = false;
+  while (j < text.size() && std::isdigit(static_cast<unsigned char>(text[j]))) ++j, digits = true;
+  if (j < text.size() && text[j] == '.') {
+    ++j;
+    while (j < text.size() && std::isdigit(static_cast<unsigned char>(text[j]))) ++j, digits = true;
+  }
+  if (!digits) return 0;
+  std::string_view number = text.substr(i, j - i);
+  if (!number.empty() && number[0] == '+') number.remove_prefix(1);
+  double v = 0;
+  std::from_chars(number.data(), number.data() + number.size(), v);
+  return v;
+}
+
+}  // namespace quorvel
