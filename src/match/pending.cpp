@@ -5,12 +5,6 @@
 
 namespace quorvel {
 
-void Cdice_Click(MatchForm&) {}
-void Cdice_MouseDown(MatchForm&) {}
-void ClickDi(MatchForm&) {}
-void CDhm_Click(MatchForm&) {}
-void CDdest_Click(MatchForm&, int) {}
-void Ch50_Click(MatchForm&) {}
 void TimB_Timer(MatchForm&) {}
 void TimSc_Timer(MatchForm&) {}
 void TikTok(MatchForm&) {}

@@ -1,0 +1,213 @@
+// The roll: which flags a roll offers, where they stand, and who may roll when.
+#include <gtest/gtest.h>
+
+#include "turn_support.h"
+
+namespace quorvel {
+namespace {
+
+using test::giveBall;
+using test::roll;
+using test::visibleFlags;
+
+class Roll : public ::testing::Test {
+ protected:
+  std::unique_ptr<MatchForm> match = testing::matchReady(1);
+  MatchForm& f = *match;
+
+  std::vector<int> offer(int owner, int col, int row, int die) {
+    giveBall(f, owner, col, row);
+    roll(f, die);
+    return visibleFlags(f);
+  }
+};
+
+TEST_F(Roll, OffersTheDirectionsThatStayOnThePitch) {
+  struct Case {
+    int col, row, die;
+    std::vector<int> flags;
+  };
+  const Case cases[] = {
+      {1, 1, 1, {2, 3, 4}},
+      {1, 4, 6, {2}},
+      {8, 4, 3, {0, 1, 2, 3, 4, 5, 6, 7}},
+      {16, 8, 4, {0, 6, 7}},
+      {10, 2, 2, {2, 3, 4, 5, 6}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "(" << c.col << ", " << c.row << ") rolls " << c.die);
+    EXPECT_EQ(offer(9, c.col, c.row, c.die), c.flags);
+    EXPECT_EQ(f.FlagCount, static_cast<Single>(c.flags.size()));
+    f.DiceReady = 1;
+  }
+}
+
+TEST_F(Roll, ShotsAreOfferedIntoEitherGoalMouth) {
+  // Beside the right-hand goal a 1 reaches the mouth on rows 4 and 5 but not row 3.
+  EXPECT_EQ(offer(9, 16, 4, 1), (std::vector<int>{0, 2, 3, 4, 5, 6, 7}));
+  EXPECT_EQ(f.FlagGoal[2], 1);
+  EXPECT_EQ(f.FlagGoal[3], 1);
+  EXPECT_EQ(f.FlagGoal[1], -1);
+  EXPECT_EQ(f.CDdest[2].Left, 14880);
+  EXPECT_EQ(f.CDdest[3].Left, 14880);
+  EXPECT_EQ(f.CDdest[2].Top, 1920 + 3 * 900 + 247.5);  // row 4 as placed
+  EXPECT_EQ(f.CDdest[3].Top, 1920 + 4 * 900 + 265.0);  // row 5
+
+  // On (3, 5) a 3 reaches column 0 on row 5 (a shot) but rows 2 and 8 beside the goal.
+  f.DiceReady = 1;
+  EXPECT_EQ(offer(9, 3, 5, 3), (std::vector<int>{0, 1, 2, 3, 4, 6}));
+  EXPECT_EQ(f.FlagGoal[6], 1);
+  EXPECT_EQ(f.CDdest[6].Left, 75);
+  EXPECT_EQ(f.FlagGoal[5], -1);
+  EXPECT_EQ(f.FlagGoal[7], -1);
+  // The shortened reach of a withdrawn direction is kept.
+  EXPECT_EQ(f.FlagDx[7], 2);
+  EXPECT_EQ(f.FlagDy[7], 3);
+  EXPECT_EQ(f.FlagDy[4], 3);  // row 8: not cut
+
+  // The side that kicks is not asked: a left player is offered his own goal.
+  f.DiceReady = 1;
+  offer(5, 2, 4, 2);
+  EXPECT_EQ(f.FlagGoal[6], 1);
+  EXPECT_TRUE(f.CDdest[6].Visible);
+}
+
+TEST_F(Roll, FlagsStandOnTheirSquares) {
+  // Straight flags are centred (247.5 inside the square's corner), diagonal ones 265 inside.
+  offer(9, 8, 4, 2);
+  auto corner = [](int col, int row) {
+    return std::pair<double, double>{480.0 + (col - 1) * 900, 1920.0 + (row - 1) * 900};
+  };
+  const int cols[8] = {8, 10, 10, 10, 8, 6, 6, 6};
+  const int rows[8] = {2, 2, 4, 6, 6, 6, 4, 2};
+  for (int d = 0; d < 8; ++d) {
+    const double inset = d % 2 == 0 ? 247.5 : 265;
+    const auto [left, top] = corner(cols[d], rows[d]);
+    EXPECT_EQ(f.CDdest[d].Left, left + inset) << "flag " << d;
+    EXPECT_EQ(f.CDdest[d].Top, top + inset) << "flag " << d;
+  }
+}
+
+TEST_F(Roll, CountsTheOfferAndReleasesAutomaticPlayOnlyForAChoice) {
+  f.AutoHold = 1;
+  offer(9, 1, 4, 6);
+  EXPECT_EQ(f.FlagCount, 1);
+  EXPECT_EQ(f.OnlyFlag, 2);
+  EXPECT_EQ(f.AutoHold, 1);
+
+  f.DiceReady = 1;
+  offer(9, 8, 4, 1);
+  EXPECT_EQ(f.FlagCount, 8);
+  EXPECT_EQ(f.OnlyFlag, 11);
+  EXPECT_EQ(f.AutoHold, 0);
+}
+
+TEST_F(Roll, StartsTheTurnAfresh) {
+  f.FormChanged = {0, 1, 2};
+  f.GoalHold = 1;
+  f.HalfHold = 1;
+  f.GoalSide = 2;
+  f.GoalFlag = 3;
+  f.PicGame.Visible = true;
+  f.AIGo = 1;
+  offer(9, 8, 4, 3);
+  EXPECT_EQ(f.DiceValue, 3);
+  EXPECT_EQ(f.Cdice.Image, "die3");
+  EXPECT_EQ(f.Cdice.BackColor, RGB(0, 0, 0));
+  EXPECT_EQ(f.DiceReady, -1);
+  EXPECT_EQ(f.FormChanged[1] + f.FormChanged[2], 0);
+  EXPECT_EQ(f.GoalHold + f.HalfHold + f.GoalSide, 0);
+  EXPECT_EQ(f.GoalFlag, -1);
+  EXPECT_FALSE(f.PicGame.Visible);
+  EXPECT_EQ(f.AIGo, 2);  // the computer has rolled and must choose
+}
+
+TEST_F(Roll, UntimelyRollsChangeNothingButTheContestDice) {
+  auto contestShown = [this] {
+    f.CDcontest[1].Image = "die4";
+    f.CDcontest[2].Image = "die2";
+    f.ContestWin = 22;
+  };
+  auto refused = [this](const char* why) {
+    SCOPED_TRACE(why);
+    const auto flags = visibleFlags(f);
+    const Integer value = f.DiceValue;
+    const Single ready = f.DiceReady;
+    roll(f, 6);
+    EXPECT_EQ(f.Rnd.forcedPending(), 1u) << "no draw may be made";
+    f.Rnd.next();
+    EXPECT_EQ(visibleFlags(f), flags);
+    EXPECT_EQ(f.DiceValue, value);
+    EXPECT_EQ(f.DiceReady, ready);
+  };
+
+  offer(9, 8, 4, 2);
+  contestShown();
+  refused("second roll");
+  EXPECT_EQ(f.CDcontest[1].Image, "die7");
+  EXPECT_EQ(f.CDcontest[2].Image, "die7");
+  EXPECT_EQ(f.ContestWin, 0);
+
+  f.DiceReady = 1;
+  f.TimPlace.setEnabled(true);
+  refused("players walking");
+  f.TimPlace.setEnabled(false);
+
+  f.GameEnd = "ended";
+  refused("after full time");
+
+  auto fresh = newMatchForm(3);
+  MatchForm& g = *fresh;
+  g.CDcontest[1].Image = "die4";
+  g.ContestWin = 22;
+  g.Rnd.force({test::face(6)});
+  press(g, g.Cdice);
+  EXPECT_EQ(g.Rnd.forcedPending(), 1u);
+  EXPECT_EQ(g.CDcontest[1].Image, "die4") << "no match yet: nothing at all happens";
+  EXPECT_EQ(g.ContestWin, 22);
+}
+
+// Who may roll: the mouse press and the click of the die, by mode and side.
+TEST_F(Roll, TheDieButtonRollsForTheSidesEachModeAllows) {
+  struct Case {
+    int mode, owner;
+    bool byMouse, rolls;
+  };
+  const Case cases[] = {
+      {0, 9, false, true},   {0, 20, true, true},   // Free Mode: anyone, either way
+      {1, 9, true, true},    {1, 9, false, false},  // Mouse vs Keys: left by mouse only,
+      {1, 20, false, true},  {1, 20, true, true},   // right by key (or the click part)
+      {2, 9, true, true},    {2, 20, true, false},  // Play Left vs AI: never the computer's
+      {2, 20, false, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(::testing::Message()
+                 << "mode " << c.mode << " owner " << c.owner << " mouse " << c.byMouse);
+    select(f, f.OpMode[c.mode]);
+    giveBall(f, c.owner, 8, 4);
+    f.TXoner.Visible = true;
+    f.Rnd.force({test::face(1)});
+    if (c.byMouse)
+      userClick(f, f.Cdice);
+    else
+      press(f, f.Cdice);
+    EXPECT_EQ(f.DiceReady, c.rolls ? -1 : 1);
+    EXPECT_EQ(f.Rnd.forcedPending(), c.rolls ? 0u : 1u) << "one roll, never two";
+    EXPECT_FALSE(f.TXoner.Visible);
+    EXPECT_EQ(f.ActiveControl, "Cdice");
+    if (!c.rolls) f.Rnd.next();
+  }
+}
+
+TEST_F(Roll, TheComputersShownChoiceIsPlayedByItsButton) {
+  offer(9, 8, 4, 2);
+  f.AIFlag = -1;  // still choosing
+  press(f, f.CDhm);
+  EXPECT_EQ(f.KickFlag, -1);
+  f.AIFlag = 3;
+  press(f, f.CDhm);
+  EXPECT_EQ(f.KickFlag, 3);
+}
+
+}  // namespace
+}  // namespace quorvel
