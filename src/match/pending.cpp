@@ -5,9 +5,7 @@
 
 namespace quorvel {
 
-void TimB_Timer(MatchForm&) {}
 void TimSc_Timer(MatchForm&) {}
-void TikTok(MatchForm&) {}
 void Form_KeyPress(MatchForm&, int) {}
 void CHsub_Click(MatchForm&, int) {}
 void MakeSub(MatchForm&) {}
