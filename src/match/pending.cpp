@@ -5,7 +5,6 @@
 
 namespace quorvel {
 
-void TimSc_Timer(MatchForm&) {}
 void Form_KeyPress(MatchForm&, int) {}
 void CHsub_Click(MatchForm&, int) {}
 void MakeSub(MatchForm&) {}

@@ -1,0 +1,108 @@
+// The goal celebration: the scorers flash their two colours for eleven ticks, then the goal
+// is counted and the side that conceded kicks off.
+#include <cctype>
+#include <charconv>
+#include <string>
+
+#include "match/events.h"
+#include "match/match.h"
+#include "shape/shape.h"
+#include "ui/ui.h"
+
+namespace quorvel {
+
+namespace {
+
+// The leading number of a score box; an empty or non-numeric text counts as 0.
+double textValue(const std::string& text) {
+  std::size_t i = 0;
+  while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i]))) ++i;
+  std::size_t end = i;
+  if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
+  const std::size_t digits = end;
+  while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end]))) ++end;
+  if (end < text.size() && text[end] == '.') {
+    ++end;
+    while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end]))) ++end;
+  }
+  if (end == digits || (end == digits + 1 && text[digits] == '.')) return 0;
+  double value = 0;
+  const char* first = text.data() + i + (text[i] == '+' ? 1 : 0);
+  std::from_chars(first, text.data() + end, value);
+  return value;
+}
+
+std::string plainNumber(double v) {
+  char buf[32];
+  const auto res = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, res.ptr);
+}
+
+void flashScorers(MatchForm& f) {
+  const bool left = f.GoalSide == 1;
+  Colour first = f.RainB[left ? 0 : 3].BackColor;
+  Colour second = f.RainB[left ? 1 : 2].BackColor;
+  if (f.CheerFlip == 0) {
+    f.CheerFlip = 1;
+  } else {
+    f.CheerFlip = 0;
+    std::swap(first, second);
+  }
+  const int from = left ? 1 : 12;
+  for (int k = from; k < from + 11; ++k) {
+    f.Player[k].BackColor = first;
+    f.Tnum[k].BackColor = first;
+    f.Tnum[k].ForeColor = second;
+  }
+}
+
+void restartAfterGoal(MatchForm& f) {
+  f.BackColor = f.cdr.BackColor;
+  f.CheerTicks = 0;
+
+  const int scorer = f.GoalSide == 1 ? 1 : 2;
+  TextBox& score = f.Goals[scorer];
+  score.Text = plainNumber(textValue(score.Text) + 1);
+  f.GoalDiff =
+      static_cast<Integer>(roundEven(textValue(f.Goals[2].Text) - textValue(f.Goals[1].Text)));
+
+  f.GoalHold = 1;
+  f.TimSc.setEnabled(false);
+  f.Lablurb.Visible = true;
+
+  // The side that conceded kicks off.
+  const int side = scorer == 1 ? 2 : 1;
+  if (side == 1 && playLeftVsAI(f)) {
+    f.TimAI.setEnabled(false);
+    f.AIGo = 0;
+  }
+  setKickOff(f, side);
+
+  f.GoalFlag = -1;
+  f.GoalSide = 0;
+  for (int i = 0; i < 8; ++i) {
+    f.FlagGoal[i] = -1;
+    f.CDdest[i].Visible = false;
+  }
+  Rainbow(f);
+  f.PlaceMode = 34;
+  SetPlay(f);
+  f.TimB.setEnabled(true);
+  f.TimTeam.setEnabled(true);
+  f.DiceReady = 1;
+  f.Cdice.BackColor = RGB(255, 255, 255);
+  f.Cdice.Image = f.Di[0].Image;
+  setFocus(f, f.Cdice);
+}
+
+}  // namespace
+
+void TimSc_Timer(MatchForm& f) {
+  f.CheerTicks = static_cast<Integer>(f.CheerTicks + 1);
+  if (f.CheerTicks < 12) flashScorers(f);
+  // The window shows each flash at once.
+  if (f.platform.repaint) f.platform.repaint();
+  if (f.CheerTicks >= 12) restartAfterGoal(f);
+}
+
+}  // namespace quorvel

@@ -1,0 +1,146 @@
+// The goal celebration and the restart by the side that conceded.
+#include <gtest/gtest.h>
+
+#include "turn_support.h"
+
+namespace quorvel {
+namespace {
+
+class Goal : public ::testing::Test {
+ protected:
+  std::unique_ptr<MatchForm> match = testing::matchReady(1);
+  MatchForm& f = *match;
+  int repaints = 0;
+
+  void SetUp() override {
+    f.platform.repaint = [this] { ++repaints; };
+  }
+
+  // `shooter` shoots from beside the right-hand goal (flag 2) or the left-hand one (flag 6)
+  // and the ball arrives; the celebration is about to begin.
+  void shoot(int shooter, bool intoRightGoal) {
+    test::giveBall(f, shooter, intoRightGoal ? 16 : 1, 4);
+    test::roll(f, 1);
+    press(f, f.CDdest[intoRightGoal ? 2 : 6]);
+    ASSERT_TRUE(test::land(f));
+    ASSERT_TRUE(f.TimSc.Enabled());
+  }
+  void celebrate() {
+    ASSERT_TRUE(test::runUntil(f, [this] { return !f.TimSc.Enabled(); }));
+  }
+  void flash() { f.Sched.advance(250); }
+};
+
+TEST_F(Goal, TheScorersFlashThenTheSideThatConcededKicksOff) {
+  const Colour main = f.RainB[0].BackColor, second = f.RainB[1].BackColor;
+  const Colour rightMain = f.Player[13].BackColor;
+  f.cdr.BackColor = RGB(1, 2, 3);
+  shoot(9, true);
+  flash();
+  EXPECT_EQ(f.CheerTicks, 1);
+  EXPECT_EQ(f.Player[2].BackColor, main);
+  EXPECT_EQ(f.Tnum[11].BackColor, main);
+  EXPECT_EQ(f.Tnum[11].ForeColor, second);
+  EXPECT_EQ(f.Player[13].BackColor, rightMain) << "the side that conceded does not flash";
+  flash();
+  EXPECT_EQ(f.Player[2].BackColor, second);
+  EXPECT_EQ(f.Tnum[11].ForeColor, main);
+  for (int t = 3; t <= 11; ++t) flash();
+  EXPECT_EQ(f.Goals[1].Text, "0") << "the goal counts at the twelfth tick";
+  flash();
+
+  EXPECT_FALSE(f.TimSc.Enabled());
+  EXPECT_EQ(repaints, 12);
+  EXPECT_EQ(f.CheerTicks, 0);
+  EXPECT_EQ(f.BackColor, RGB(1, 2, 3));
+  EXPECT_EQ(f.Goals[1].Text, "1");
+  EXPECT_EQ(f.Goals[2].Text, "0");
+  EXPECT_EQ(f.GoalDiff, -1);
+  EXPECT_EQ(f.GoalHold, 1);
+  EXPECT_TRUE(f.Lablurb.Visible);
+  EXPECT_EQ(f.GoalSide, 0);
+  EXPECT_EQ(f.GoalFlag, -1);
+  for (int d = 0; d < 8; ++d) EXPECT_EQ(f.FlagGoal[d], -1);
+  EXPECT_EQ(f.BallOwner, 20);
+  EXPECT_EQ(f.TeamTurn, 2);
+  EXPECT_EQ(f.PlayerCol[20], 9);
+  EXPECT_EQ(f.PlayerRow[20], 4);
+  EXPECT_EQ(f.Player[2].BackColor, main) << "normal colours again";
+  EXPECT_EQ(f.PlaceMode, 34);
+  EXPECT_TRUE(f.TimPlace.Enabled());
+  EXPECT_TRUE(f.TimB.Enabled());
+  EXPECT_TRUE(f.TimTeam.Enabled());
+  EXPECT_EQ(f.DiceReady, 1);
+  EXPECT_EQ(f.Cdice.Image, "die0");
+  EXPECT_EQ(f.Cdice.BackColor, RGB(255, 255, 255));
+  EXPECT_EQ(f.ActiveControl, "Cdice");
+}
+
+TEST_F(Goal, TheGoalMouthDecidesWhoScoresNotTheShooter) {
+  shoot(20, true);  // a right player into the right-hand goal
+  celebrate();
+  EXPECT_EQ(f.Goals[1].Text, "1");
+  EXPECT_EQ(f.BallOwner, 20);
+
+  testing::finishWalk(f);
+  shoot(9, false);  // a left player into his own goal
+  celebrate();
+  EXPECT_EQ(f.Goals[2].Text, "1");
+  EXPECT_EQ(f.BallOwner, 9);
+  EXPECT_EQ(f.TeamTurn, 1);
+  EXPECT_EQ(f.PlayerCol[9], 8);
+  EXPECT_EQ(f.PlayerRow[9], 5);
+}
+
+TEST_F(Goal, TheScoreIsReadFromItsBox) {
+  f.Goals[1].Text = "3";
+  f.Goals[2].Text = "1";
+  shoot(9, false);
+  celebrate();
+  EXPECT_EQ(f.Goals[2].Text, "2");
+  EXPECT_EQ(f.GoalDiff, -1);
+
+  testing::finishWalk(f);
+  f.Goals[2].Text = "";  // no number reads as 0
+  shoot(9, false);
+  celebrate();
+  EXPECT_EQ(f.Goals[2].Text, "1");
+  EXPECT_EQ(f.GoalDiff, -2);
+}
+
+TEST_F(Goal, TheFlashCarriesItsPhaseIntoTheNextGoal) {
+  const Colour main = f.RainB[0].BackColor, second = f.RainB[1].BackColor;
+  shoot(9, true);
+  flash();
+  EXPECT_EQ(f.Player[5].BackColor, main);
+  celebrate();
+  EXPECT_EQ(f.CheerFlip, 1) << "eleven flashes leave it turned";
+
+  testing::finishWalk(f);
+  shoot(9, true);
+  flash();
+  EXPECT_EQ(f.Player[5].BackColor, second);
+}
+
+TEST_F(Goal, AgainstTheComputerItsKickOffStartsItsTurn) {
+  select(f, f.OpMode[2]);
+  f.Vai.Value = 1250;
+  shoot(9, true);
+  celebrate();
+  EXPECT_EQ(f.AIGo, 1);
+  EXPECT_TRUE(f.TimAI.Enabled());
+  EXPECT_EQ(f.TimAI.Interval(), 1250);
+
+  testing::finishWalk(f);
+  shoot(9, false);  // as if the left side had the ball again
+  for (int t = 1; t <= 11; ++t) flash();
+  f.AIGo = 1;  // the computer's turn is pending when the left side must kick off
+  f.TimAI.setEnabled(true);
+  flash();
+  EXPECT_EQ(f.BallOwner, 9);
+  EXPECT_EQ(f.AIGo, 0);
+  EXPECT_FALSE(f.TimAI.Enabled());
+}
+
+}  // namespace
+}  // namespace quorvel
