@@ -21,7 +21,9 @@ C& place(C& c, std::string name, double left, double top, double width, double h
   return c;
 }
 
-std::string at(const char* name, int i) { return std::string(name) + "(" + std::to_string(i) + ")"; }
+std::string at(const char* name, int i) {
+  return std::string(name) + "(" + std::to_string(i) + ")";
+}
 
 constexpr Colour kWindow = RGB(223, 230, 218);
 constexpr Colour kPanel = RGB(240, 244, 236);
@@ -128,8 +130,8 @@ void teamPanels(MatchForm& f) {
     r.group = 2;
     l.ToolTipText = r.ToolTipText = std::string("Formation: ") + caps[k];
   }
-  f.OPForm[0].Value = true;   // left: "Varied"
-  f.OPForm[12].Value = true;  // right: "Cup"
+  f.OPForm[0].Value = true;       // left: "Varied"
+  f.OPForm[12].Value = true;      // right: "Cup"
   for (int k = 5; k < 10; ++k) {  // gaps of the array: no such buttons, never enumerated
     f.OPForm[k].Visible = false;
     f.OPForm[k].group = -1;
@@ -198,9 +200,10 @@ void controlPanel(MatchForm& f) {
   f.Ch50.ForeColor = kGreyGreen;
   place(f.ChAuto, "ChAuto", 15480, 3060, 3000, 300).Caption = "Automate option";
   f.ChAuto.ToolTipText = "Speed it up by automating when there is only 1 option to choose";
-  place(f.ChtenFIF, "ChtenFIF", 15480, 3420, 1800, 300).Caption = "10/15 secs";
+  place(f.ChtenFIF, "ChtenFIF", 15480, 3420, 1500, 300).Caption = "10/15 secs";
   f.ChtenFIF.ToolTipText = "Friendly or Competition (360 or 540 moves)";
-  place(f.Chq, "Chq", 17400, 3420, 1080, 300).ToolTipText = "Quickplay";
+  place(f.Chq, "Chq", 17040, 3420, 1440, 300).ToolTipText = "Quickplay";
+  f.Chq.Caption = "Quickplay";
   for (CheckBox* c : {&f.Ch50, &f.ChAuto, &f.ChtenFIF, &f.Chq}) c->BackColor = kWindow;
 
   Frame& mode = place(f.FrameMode, "FrameMode", 15360, 3840, 3240, 2400);

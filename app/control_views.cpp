@@ -1,0 +1,166 @@
+#include "control_views.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleFactory>
+#include <cmath>
+
+namespace quorvel {
+
+// ---- PictureView -------------------------------------------------------------------------
+
+PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget* parent)
+    : QWidget(parent), picture_(picture), number_(number) {
+  setObjectName(QString::fromStdString(picture.name));
+  refresh();
+}
+
+void PictureView::refresh() {
+  PictureLook look;
+  look.back = toQColor(picture_.BackColor);
+  if (number_ != nullptr) {
+    look.number = QString::fromStdString(number_->Text);
+    look.numberInk = toQColor(number_->ForeColor);
+    look.numberBack = toQColor(number_->BackColor);
+    if (picture_.Width > 0 && picture_.Height > 0)
+      look.numberBox = QRectF(number_->Left / picture_.Width, number_->Top / picture_.Height,
+                              number_->Width / picture_.Width, number_->Height / picture_.Height);
+  }
+  // A goal right of the centre spot opens towards the pitch on its left.
+  look.opensLeft = picture_.Left > 7680;
+  const QString key = QString::fromStdString(picture_.Image);
+  const bool same = key == key_ && look.back == look_.back && look.number == look_.number &&
+                    look.numberInk == look_.numberInk && look.numberBack == look_.numberBack &&
+                    look.numberBox == look_.numberBox && look.opensLeft == look_.opensLeft;
+  if (same) return;
+  key_ = key;
+  look_ = look;
+  update();
+}
+
+void PictureView::paintEvent(QPaintEvent*) {
+  QPainter p(this);
+  const QRectF r = rect();
+  if (key_.isEmpty()) {
+    // A plain panel: its own colour with a soft edge.
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(look_.back.darker(140), 1));
+    p.setBrush(look_.back);
+    p.drawRoundedRect(r.adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    return;
+  }
+  drawPicture(p, key_, r, look_);
+}
+
+void PictureView::mousePressEvent(QMouseEvent* e) {
+  // Accepted, so that a click on a picture never falls through to the window behind it.
+  pressed_ = e->button() == Qt::LeftButton;
+  e->accept();
+}
+
+void PictureView::mouseReleaseEvent(QMouseEvent* e) {
+  const bool click =
+      pressed_ && e->button() == Qt::LeftButton && rect().contains(e->position().toPoint());
+  pressed_ = false;
+  e->accept();
+  if (click) emit clicked();
+}
+
+// ---- PictureButton -----------------------------------------------------------------------
+
+PictureButton::PictureButton(const CommandButton& button, QWidget* parent)
+    : QAbstractButton(parent), button_(button) {
+  setObjectName(QString::fromStdString(button.name));
+  // A flag vanishes when clicked; taking the focus would only hand it on to a stranger.
+  setFocusPolicy(bare() ? Qt::NoFocus : Qt::StrongFocus);
+  refresh();
+}
+
+bool PictureButton::bare() const {
+  return button_.Image == "flag";
+}
+
+void PictureButton::refresh() {
+  const QString key = QString::fromStdString(button_.Image);
+  const QColor back = toQColor(button_.BackColor);
+  if (key == key_ && back == back_) return;
+  key_ = key;
+  back_ = back;
+  update();
+}
+
+void PictureButton::enterEvent(QEnterEvent* e) {
+  hovered_ = true;
+  update();
+  QAbstractButton::enterEvent(e);
+}
+
+void PictureButton::leaveEvent(QEvent* e) {
+  hovered_ = false;
+  update();
+  QAbstractButton::leaveEvent(e);
+}
+
+void PictureButton::paintEvent(QPaintEvent*) {
+  QPainter p(this);
+  p.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) p.setOpacity(0.55);
+  const QRectF r = rect();
+  PictureLook look;
+  look.back = back_;
+  look.hovered = hovered_ && isEnabled();
+  if (bare()) {
+    drawPicture(p, key_, isDown() ? r.translated(0.5, 0.5) : r, look);
+    return;
+  }
+  const double edge = std::max(1.0, std::min(r.width(), r.height()) * 0.03);
+  const double radius = std::min(r.width(), r.height()) * 0.12;
+  QColor face = back_;
+  if (isDown())
+    face = face.darker(112);
+  else if (look.hovered)
+    face = face.lighter(104);
+  QLinearGradient shade(r.topLeft(), r.bottomLeft());
+  shade.setColorAt(0, face.lighter(106));
+  shade.setColorAt(1, face.darker(106));
+  p.setBrush(shade);
+  p.setPen(QPen(hasFocus() ? QColor(40, 110, 200) : face.darker(150), edge));
+  p.drawRoundedRect(r.adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2), radius, radius);
+  const double inset = std::min(r.width(), r.height()) * 0.08;
+  QRectF art = r.adjusted(inset, inset, -inset, -inset);
+  if (isDown()) art.translate(0, edge);
+  drawPicture(p, key_, art, look);
+}
+
+// ---- TextView ----------------------------------------------------------------------------
+
+void TextView::mouseReleaseEvent(QMouseEvent* e) {
+  QLineEdit::mouseReleaseEvent(e);
+  if (e->button() == Qt::LeftButton && rect().contains(e->position().toPoint())) emit clicked();
+}
+
+// ---- ScaledStyle -------------------------------------------------------------------------
+
+ScaledStyle::ScaledStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+int ScaledStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                             const QWidget* widget) const {
+  const int base = QProxyStyle::pixelMetric(metric, option, widget);
+  switch (metric) {
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+      // Tighter than Fusion's: the substitution boxes share a narrow strip.
+      return std::max(1, static_cast<int>(std::lround(3 * scale_)));
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+    case PM_ScrollBarExtent:
+    case PM_ScrollBarSliderMin:
+      return std::max(1, static_cast<int>(std::lround(base * scale_)));
+    default:
+      return base;
+  }
+}
+
+}  // namespace quorvel

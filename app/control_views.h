@@ -1,0 +1,87 @@
+// Widgets of our own for the controls Qt has no match for: pictures that we paint, picture
+// buttons (the die, the flags), and a text box that reports clicks.
+#pragma once
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QProxyStyle>
+#include <QWidget>
+
+#include "form/controls.h"
+#include "pictures.h"
+
+namespace quorvel {
+
+// A picture control. `number` is the shirt-number box a player picture holds, painted as part
+// of the piece.
+class PictureView : public QWidget {
+  Q_OBJECT
+ public:
+  PictureView(const Picture& picture, const TextBox* number, QWidget* parent);
+
+  // Takes over what the model shows now; repaints only when that changed.
+  void refresh();
+
+ signals:
+  void clicked();
+
+ protected:
+  void paintEvent(QPaintEvent*) override;
+  void mousePressEvent(QMouseEvent* e) override;
+  void mouseReleaseEvent(QMouseEvent* e) override;
+
+ private:
+  const Picture& picture_;
+  const TextBox* number_;
+  QString key_;
+  PictureLook look_;
+  bool pressed_ = false;
+};
+
+// A command button that shows a picture (the die, a flag, the web-site button).
+class PictureButton : public QAbstractButton {
+  Q_OBJECT
+ public:
+  PictureButton(const CommandButton& button, QWidget* parent);
+  void refresh();
+
+ protected:
+  void paintEvent(QPaintEvent*) override;
+  void enterEvent(QEnterEvent* e) override;
+  void leaveEvent(QEvent* e) override;
+
+ private:
+  bool bare() const;  // drawn without a button face (the flags)
+  const CommandButton& button_;
+  QString key_;
+  QColor back_;
+  bool hovered_ = false;
+};
+
+// A text box; a click on it reaches the model (a locked box can still be clicked).
+class TextView : public QLineEdit {
+  Q_OBJECT
+ public:
+  using QLineEdit::QLineEdit;
+
+ signals:
+  void clicked();
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* e) override;
+};
+
+// Fusion, with the indicators and scroll bars grown with the window's scale, so that a check
+// box keeps its proportions when the window is maximised.
+class ScaledStyle : public QProxyStyle {
+ public:
+  ScaledStyle();
+  void setScale(double scale) { scale_ = scale; }
+  int pixelMetric(PixelMetric metric, const QStyleOption* option = nullptr,
+                  const QWidget* widget = nullptr) const override;
+
+ private:
+  double scale_ = 1;
+};
+
+}  // namespace quorvel

@@ -1,0 +1,437 @@
+#include "form_window.h"
+
+#include <QCheckBox>
+#include <QFocusEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <cmath>
+
+#include "match/events.h"
+
+namespace quorvel {
+
+namespace {
+
+constexpr double kTwipsPerPixel = 15;
+
+struct FontSpec {
+  double px;  // pixel size at scale 1
+  bool bold = false;
+  bool italic = false;
+};
+
+bool startsWith(const std::string& s, const char* prefix) {
+  return s.rfind(prefix, 0) == 0;
+}
+
+FontSpec fontFor(const Control& c) {
+  const std::string& n = c.name;
+  if (startsWith(n, "Goals(")) return {34, true};
+  if (startsWith(n, "TXgame(")) return {40, true};
+  if (n == "TXtim") return {20, true};
+  if (n == "Text2") return {17, true};
+  if (startsWith(n, "Team(")) return {16, true};
+  if (startsWith(n, "Poses(")) return {13, true};
+  if (n == "CDgo" || n == "CDhelp" || n == "CDend" || n == "cdr") return {14, true};
+  if (startsWith(n, "OPForm(") || startsWith(n, "Text1(")) return {12, true};
+  if (startsWith(n, "CHsub(")) return {10, true};  // four of them share a narrow strip
+  if (n == "TXstart" || n == "Lablurb") return {12, false, true};
+  if (n == "TXver") return {11};
+  if (n == "TXoner") return {11, true};
+  if (startsWith(n, "LinksForm.")) return {14, true};
+  return {12};
+}
+
+Qt::Alignment alignmentFor(const Control& c) {
+  const std::string& n = c.name;
+  if (startsWith(n, "Text1(") || n == "Text3" || n == "Text4" || n == "GreyGreen")
+    return Qt::AlignLeft | Qt::AlignVCenter;
+  return Qt::AlignCenter;
+}
+
+QColor blend(const QColor& a, const QColor& b) {
+  return QColor((a.red() + b.red()) / 2, (a.green() + b.green()) / 2, (a.blue() + b.blue()) / 2);
+}
+
+// Sets `role` for the active and inactive groups, and a faded version for disabled widgets.
+void setInk(QPalette& pal, QPalette::ColorRole role, const QColor& ink, const QColor& back) {
+  pal.setColor(QPalette::Active, role, ink);
+  pal.setColor(QPalette::Inactive, role, ink);
+  pal.setColor(QPalette::Disabled, role, blend(ink, back));
+}
+
+void applyColours(QWidget* w, Kind kind, const QColor& back, const QColor& fore) {
+  QPalette pal = w->palette();
+  switch (kind) {
+    case Kind::TextBox:
+      pal.setColor(QPalette::Base, back);
+      pal.setColor(QPalette::Window, back);
+      setInk(pal, QPalette::Text, fore, back);
+      break;
+    case Kind::CommandButton:
+      pal.setColor(QPalette::Button, back);
+      pal.setColor(QPalette::Window, back);
+      setInk(pal, QPalette::ButtonText, fore, back);
+      break;
+    case Kind::CheckBox:
+    case Kind::OptionButton:
+      // A button fills its background from the Button role.
+      pal.setColor(QPalette::Button, back);
+      [[fallthrough]];
+    case Kind::Label:
+    case Kind::Frame:
+      pal.setColor(QPalette::Window, back);
+      setInk(pal, QPalette::WindowText, fore, back);
+      w->setAutoFillBackground(true);
+      break;
+    default:
+      return;
+  }
+  w->setPalette(pal);
+}
+
+QString qs(const std::string& s) {
+  return QString::fromStdString(s);
+}
+
+const std::string& captionOf(const Control& c) {
+  static const std::string none;
+  switch (c.kind) {
+    case Kind::CommandButton:
+      return static_cast<const CommandButton&>(c).Caption;
+    case Kind::CheckBox:
+      return static_cast<const CheckBox&>(c).Caption;
+    case Kind::OptionButton:
+      return static_cast<const OptionButton&>(c).Caption;
+    case Kind::Frame:
+      return static_cast<const Frame&>(c).Caption;
+    case Kind::Label:
+      return static_cast<const Label&>(c).Caption;
+    case Kind::TextBox:
+      return static_cast<const TextBox&>(c).Text;
+    default:
+      return none;
+  }
+}
+
+bool personsFocus(Qt::FocusReason reason) {
+  return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
+         reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+}
+
+}  // namespace
+
+// A control, its widget, and what was last copied from the one to the other.
+struct FormWindow::Binding {
+  Binding(Control& control, QWidget* widget, const TextBox* n) : c(control), w(widget), number(n) {}
+  Control& c;
+  QWidget* w;
+  const TextBox* number;
+  bool fresh = true;
+  double left = 0, top = 0, width = 0, height = 0;
+  bool visible = false, enabled = false;
+  Colour back, fore;
+  std::string tip;
+  std::string text;  // caption or text as shown
+  int value = 0;
+  bool locked = false;
+  int min = 0, max = 0, small = 0, large = 0;
+};
+
+FormWindow::FormWindow(MatchForm& f, double clientWidth, double clientHeight)
+    : QWidget(nullptr),
+      f_(f),
+      width_(clientWidth),
+      height_(clientHeight),
+      style_(std::make_unique<ScaledStyle>()) {
+  resize(naturalSize());
+  setMinimumSize(naturalSize() / 3);
+}
+
+FormWindow::~FormWindow() {
+  // The widgets use the style; they go first.
+  for (QWidget* w : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) delete w;
+}
+
+QSize FormWindow::naturalSize() const {
+  return QSize(static_cast<int>(std::lround(width_ / kTwipsPerPixel)),
+               static_cast<int>(std::lround(height_ / kTwipsPerPixel)));
+}
+
+QWidget* FormWindow::bind(Control& c, const TextBox* number) {
+  QWidget* parent = this;
+  if (c.parent != nullptr) {
+    auto it = byName_.find(c.parent->name);
+    if (it != byName_.end()) parent = it->second;
+  }
+  QWidget* w = nullptr;
+  switch (c.kind) {
+    case Kind::Picture: {
+      auto* v = new PictureView(static_cast<Picture&>(c), number, parent);
+      connect(v, &PictureView::clicked, this, [this, &c] { forward(c); });
+      w = v;
+      break;
+    }
+    case Kind::CommandButton: {
+      auto& button = static_cast<CommandButton&>(c);
+      QAbstractButton* b = nullptr;
+      if (!button.Image.empty())
+        b = new PictureButton(button, parent);
+      else
+        b = new QPushButton(parent);
+      connect(b, &QAbstractButton::clicked, this, [this, &c] { forward(c); });
+      w = b;
+      break;
+    }
+    case Kind::CheckBox: {
+      auto* b = new QCheckBox(parent);
+      connect(b, &QAbstractButton::clicked, this, [this, &c] { forward(c); });
+      w = b;
+      break;
+    }
+    case Kind::OptionButton: {
+      auto* b = new QRadioButton(parent);
+      b->setAutoExclusive(false);  // the model decides which one of a group is on
+      connect(b, &QAbstractButton::clicked, this, [this, &c] { forward(c); });
+      w = b;
+      break;
+    }
+    case Kind::TextBox: {
+      auto& box = static_cast<TextBox&>(c);
+      auto* t = new TextView(parent);
+      connect(t, &TextView::clicked, this, [this, &c] { forward(c); });
+      connect(t, &QLineEdit::textEdited, this, [this, &box, t](const QString& text) {
+        if (!userEdit(f_, box, text.toStdString())) {
+          const QSignalBlocker quiet(t);
+          t->setText(qs(box.Text));
+        }
+        emit handled();
+      });
+      w = t;
+      break;
+    }
+    case Kind::ScrollBar: {
+      auto& bar = static_cast<ScrollBar&>(c);
+      auto* s = new QScrollBar(Qt::Horizontal, parent);
+      connect(s, &QScrollBar::valueChanged, this, [this, &bar](int value) {
+        if (syncing_) return;
+        userScroll(f_, bar, value);
+        emit handled();
+      });
+      w = s;
+      break;
+    }
+    case Kind::Frame:
+      w = new QGroupBox(parent);
+      break;
+    case Kind::Label: {
+      auto* l = new QLabel(parent);
+      l->setWordWrap(true);
+      l->setAlignment(Qt::AlignCenter);
+      l->setMargin(2);
+      w = l;
+      break;
+    }
+  }
+  w->setObjectName(qs(c.name));
+  w->setStyle(style_.get());
+  w->installEventFilter(this);
+  bindings_.push_back(std::make_unique<Binding>(c, w, number));
+  byName_[c.name] = w;
+  Binding& b = *bindings_.back();
+  applyFont(b);
+  syncing_ = true;
+  sync(b);
+  syncing_ = false;
+  return w;
+}
+
+QWidget* FormWindow::widgetFor(const std::string& name) const {
+  auto it = byName_.find(name);
+  return it == byName_.end() ? nullptr : it->second;
+}
+
+void FormWindow::forward(Control& c) {
+  userClick(f_, c);
+  emit handled();
+}
+
+bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
+  if (e->type() == QEvent::FocusIn && !syncing_) {
+    const auto reason = static_cast<QFocusEvent*>(e)->reason();
+    if (personsFocus(reason)) {
+      const std::string name = watched->objectName().toStdString();
+      if (byName_.count(name) != 0) f_.ActiveControl = name;
+    }
+  }
+  return QWidget::eventFilter(watched, e);
+}
+
+void FormWindow::syncFromModel() {
+  syncing_ = true;
+  for (auto& b : bindings_) sync(*b);
+  syncing_ = false;
+}
+
+void FormWindow::sync(Binding& b) {
+  Control& c = b.c;
+  QWidget* w = b.w;
+  const bool fresh = b.fresh;
+  b.fresh = false;
+
+  if (fresh || c.Left != b.left || c.Top != b.top || c.Width != b.width || c.Height != b.height) {
+    b.left = c.Left, b.top = c.Top, b.width = c.Width, b.height = c.Height;
+    place(b);
+  }
+  if (fresh || c.Visible != b.visible) {
+    b.visible = c.Visible;
+    w->setVisible(c.Visible);
+  }
+  if (fresh || c.Enabled != b.enabled) {
+    b.enabled = c.Enabled;
+    w->setEnabled(c.Enabled);
+  }
+  if (fresh || c.ToolTipText != b.tip) {
+    b.tip = c.ToolTipText;
+    w->setToolTip(qs(c.ToolTipText));
+  }
+  if (fresh || c.BackColor != b.back || c.ForeColor != b.fore) {
+    b.back = c.BackColor, b.fore = c.ForeColor;
+    applyColours(w, c.kind, toQColor(c.BackColor), toQColor(c.ForeColor));
+  }
+
+  switch (c.kind) {
+    case Kind::Picture:
+      static_cast<PictureView*>(w)->refresh();
+      break;
+    case Kind::CommandButton:
+      if (auto* pic = qobject_cast<PictureButton*>(w)) {
+        pic->refresh();
+      } else if (fresh || captionOf(c) != b.text) {
+        b.text = captionOf(c);
+        static_cast<QPushButton*>(w)->setText(qs(b.text));
+      }
+      break;
+    case Kind::CheckBox:
+    case Kind::OptionButton: {
+      auto* button = static_cast<QAbstractButton*>(w);
+      if (fresh || captionOf(c) != b.text) {
+        b.text = captionOf(c);
+        button->setText(qs(b.text));
+      }
+      const bool on = c.kind == Kind::CheckBox ? static_cast<CheckBox&>(c).Value != 0
+                                               : static_cast<OptionButton&>(c).Value;
+      // Always re-asserted: a click toggles the widget before the model has had its say.
+      if (button->isChecked() != on) button->setChecked(on);
+      break;
+    }
+    case Kind::TextBox: {
+      auto& box = static_cast<TextBox&>(c);
+      auto* edit = static_cast<TextView*>(w);
+      if (fresh) edit->setAlignment(alignmentFor(c));
+      // Only the model's own changes are written back, so typing is never overwritten.
+      if (fresh || box.Text != b.text) {
+        b.text = box.Text;
+        if (edit->text() != qs(box.Text)) edit->setText(qs(box.Text));
+      }
+      if (fresh || box.Locked != b.locked) {
+        b.locked = box.Locked;
+        edit->setReadOnly(box.Locked);
+        edit->setFrame(!box.Locked);
+        edit->setFocusPolicy(box.Locked ? Qt::ClickFocus : Qt::StrongFocus);
+      }
+      break;
+    }
+    case Kind::ScrollBar: {
+      auto& bar = static_cast<ScrollBar&>(c);
+      auto* s = static_cast<QScrollBar*>(w);
+      if (fresh || bar.Min != b.min || bar.Max != b.max) {
+        b.min = bar.Min, b.max = bar.Max;
+        s->setRange(bar.Min, bar.Max);
+      }
+      if (fresh || bar.SmallChange != b.small || bar.LargeChange != b.large) {
+        b.small = bar.SmallChange, b.large = bar.LargeChange;
+        s->setSingleStep(bar.SmallChange);
+        s->setPageStep(bar.LargeChange);
+      }
+      if (s->value() != bar.Value) s->setValue(bar.Value);
+      break;
+    }
+    case Kind::Frame:
+      if (fresh || captionOf(c) != b.text) {
+        b.text = captionOf(c);
+        static_cast<QGroupBox*>(w)->setTitle(qs(b.text));
+      }
+      break;
+    case Kind::Label:
+      if (fresh || captionOf(c) != b.text) {
+        b.text = captionOf(c);
+        static_cast<QLabel*>(w)->setText(qs(b.text));
+      }
+      break;
+  }
+}
+
+QRectF FormWindow::formArea() const {
+  return QRectF(origin_,
+                QSizeF(width_ / kTwipsPerPixel * scale_, height_ / kTwipsPerPixel * scale_));
+}
+
+QRect FormWindow::pixelRect(const Control& c) const {
+  // Both edges are rounded from the form's own grid, so neighbours never gap or overlap.
+  auto absolute = [this](const Control& k) {
+    double left = k.Left, top = k.Top;
+    for (const Control* p = k.parent; p != nullptr; p = p->parent) left += p->Left, top += p->Top;
+    const double s = scale_ / kTwipsPerPixel;
+    const int x0 = static_cast<int>(std::lround(origin_.x() + left * s));
+    const int y0 = static_cast<int>(std::lround(origin_.y() + top * s));
+    const int x1 = static_cast<int>(std::lround(origin_.x() + (left + k.Width) * s));
+    const int y1 = static_cast<int>(std::lround(origin_.y() + (top + k.Height) * s));
+    return QRect(QPoint(x0, y0), QPoint(x1 - 1, y1 - 1));
+  };
+  QRect r = absolute(c);
+  if (c.parent != nullptr && byName_.count(c.parent->name) != 0)
+    r.translate(-absolute(*c.parent).topLeft());
+  return r;
+}
+
+void FormWindow::place(Binding& b) {
+  b.w->setGeometry(pixelRect(b.c));
+}
+
+void FormWindow::applyFont(Binding& b) {
+  const FontSpec spec = fontFor(b.c);
+  QFont font = b.w->font();
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(spec.px * scale_))));
+  font.setBold(spec.bold);
+  font.setItalic(spec.italic);
+  b.w->setFont(font);
+}
+
+void FormWindow::relayout() {
+  const double naturalW = width_ / kTwipsPerPixel, naturalH = height_ / kTwipsPerPixel;
+  scale_ = std::min(width() / naturalW, height() / naturalH);
+  origin_ = QPointF((width() - naturalW * scale_) / 2, (height() - naturalH * scale_) / 2);
+  style_->setScale(scale_);
+  for (auto& b : bindings_) {
+    place(*b);
+    applyFont(*b);
+    b->w->update();
+  }
+}
+
+void FormWindow::resizeEvent(QResizeEvent* e) {
+  QWidget::resizeEvent(e);
+  relayout();
+}
+
+void FormWindow::paintEvent(QPaintEvent*) {
+  QPainter p(this);
+  p.fillRect(rect(), toQColor(f_.BackColor));
+}
+
+}  // namespace quorvel

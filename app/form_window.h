@@ -1,0 +1,68 @@
+// A top-level window that shows the controls of one form of the model. Each control gets a
+// widget, placed from its twips and scaled with the window (letterboxed, so proportions hold);
+// the person's use of a widget goes to the model, and syncFromModel() copies back what changed.
+#pragma once
+
+#include <QWidget>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "control_views.h"
+#include "match/match_form.h"
+
+namespace quorvel {
+
+class FormWindow : public QWidget {
+  Q_OBJECT
+ public:
+  // `clientWidth` x `clientHeight` twips is the form's client area; 15 twips are one pixel at
+  // scale 1.
+  FormWindow(MatchForm& f, double clientWidth, double clientHeight);
+  ~FormWindow() override;
+
+  // Creates the widget that shows `c`. A player picture paints its shirt-number box `number`.
+  QWidget* bind(Control& c, const TextBox* number = nullptr);
+
+  // Copies every change of the model onto the widgets. Focus moves that Qt makes on its own
+  // while widgets are hidden or disabled here are not taken for the person's.
+  void syncFromModel();
+
+  QWidget* widgetFor(const std::string& name) const;
+  double scale() const { return scale_; }
+  // Where control `c` appears, in this window's pixels.
+  QRect pixelRect(const Control& c) const;
+  // The letterboxed area the whole form fills.
+  QRectF formArea() const;
+  QSize naturalSize() const;  // the size at scale 1
+
+ signals:
+  // The person did something that reached the model; the owner brings every view up to date.
+  void handled();
+
+ protected:
+  void resizeEvent(QResizeEvent* e) override;
+  void paintEvent(QPaintEvent* e) override;
+  bool eventFilter(QObject* watched, QEvent* e) override;
+
+  MatchForm& f_;
+
+ private:
+  struct Binding;
+  void sync(Binding& b);
+  void place(Binding& b);
+  void applyFont(Binding& b);
+  void relayout();
+  void forward(Control& c);
+
+  double width_, height_;  // twips
+  double scale_ = 1;
+  QPointF origin_;  // pixels of the form's top-left corner
+  std::unique_ptr<ScaledStyle> style_;
+  std::vector<std::unique_ptr<Binding>> bindings_;
+  std::map<std::string, QWidget*> byName_;
+  bool syncing_ = false;
+};
+
+}  // namespace quorvel

@@ -1,0 +1,53 @@
+#include "links_window.h"
+
+#include <QCloseEvent>
+#include <QMouseEvent>
+
+#include "match/events.h"
+#include "ui/ui.h"
+
+namespace quorvel {
+
+namespace {
+// The closing window's client area: its pictures and buttons with a margin all round.
+constexpr double kClientWidth = 6240;
+constexpr double kClientHeight = 4440;
+}  // namespace
+
+LinksWindow::LinksWindow(MatchForm& f) : FormWindow(f, kClientWidth, kClientHeight) {
+  setWindowTitle(QStringLiteral("Free Quorvel"));
+  auto& l = f.LinksForm;
+  for (Control* c : {static_cast<Control*>(&l.Picture1), static_cast<Control*>(&l.Picture2),
+                     static_cast<Control*>(&l.Command1), static_cast<Control*>(&l.CDend)}) {
+    QWidget* w = bind(*c);
+    if (c->kind == Kind::Picture) w->setCursor(Qt::PointingHandCursor);
+  }
+}
+
+void LinksWindow::mousePressEvent(QMouseEvent* e) {
+  pressed_ = e->button() == Qt::LeftButton;
+  e->accept();
+}
+
+void LinksWindow::mouseReleaseEvent(QMouseEvent* e) {
+  // Only clicks that no picture or button took land here: the window's background.
+  const bool click =
+      pressed_ && e->button() == Qt::LeftButton && rect().contains(e->position().toPoint());
+  pressed_ = false;
+  e->accept();
+  if (click && f_.LinksForm.Visible && !f_.Ended) {
+    LinksForm_Click(f_);
+    emit handled();
+  }
+}
+
+void LinksWindow::closeEvent(QCloseEvent* e) {
+  // Closing it from the title bar is its Exit.
+  if (!f_.Ended) {
+    userClick(f_, f_.LinksForm.CDend);
+    emit handled();
+  }
+  e->accept();
+}
+
+}  // namespace quorvel

@@ -1,0 +1,52 @@
+// The main window: shows the whole MatchForm and forwards the person's input to it. It owns
+// the closing window and the one pump that moves the model's virtual time to the wall clock.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <memory>
+#include <string>
+
+#include "form_window.h"
+#include "links_window.h"
+
+namespace quorvel {
+
+class MatchWindow : public FormWindow {
+  Q_OBJECT
+ public:
+  explicit MatchWindow(MatchForm& f);
+  ~MatchWindow() override;
+
+  // From now on the model keeps pace with the wall clock.
+  void startClock();
+  // Moves virtual time on by `ms` and brings both windows up to date: the pump's own step,
+  // and how tests drive time without a clock.
+  void pump(Millis ms);
+  // Brings both windows up to date with the model: visibility, widgets, focus.
+  void refresh();
+
+  LinksWindow& links() { return *links_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* e) override;
+  void showEvent(QShowEvent* e) override;
+  void closeEvent(QCloseEvent* e) override;
+
+ private:
+  void tick();
+  void showMessage(const Message& m);
+  void applyFocus();
+
+  std::unique_ptr<LinksWindow> links_;
+  QTimer pump_;
+  QElapsedTimer clock_;
+  qint64 lastWall_ = 0;
+  int modal_ = 0;  // message boxes open: time stands still meanwhile
+  bool shown_;     // f.Visible as last acted on
+  bool linksShown_;
+  std::string lastActive_;
+  Colour lastBack_;
+};
+
+}  // namespace quorvel
