@@ -5,10 +5,6 @@
 
 namespace quorvel {
 
-void Form_KeyPress(MatchForm&, int) {}
-void CHsub_Click(MatchForm&, int) {}
-void MakeSub(MatchForm&) {}
-void TimSub_Timer(MatchForm&) {}
 Integer Threat(const MatchForm&) { return 0; }
 Integer ThreatAI(const MatchForm&) { return 0; }
 Integer Terror(const MatchForm&) { return 0; }

@@ -10,6 +10,10 @@ void OPForm_Click(MatchForm& f, int index);
 void CHsub_Click(MatchForm& f, int index);
 void MakeSub(MatchForm& f);
 void TimSub_Timer(MatchForm& f);
+// Every entry (box, key, computer) starts a substitution the same way: the box is used up,
+// its substitute's number noted, the exchange begun.
+void startSubstitution(MatchForm& f, int box);
+Single subNumberOfBox(int box);  // 12 for boxes 0 and 3, 13 for boxes 1 and 2
 void FormAI(MatchForm& f);
 
 // Index of the selected formation button of a side (0..4 for the left, 10..14 for the right).

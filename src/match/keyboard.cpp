@@ -1,0 +1,55 @@
+// Keyboard play: the digit keys kick in eight directions, 5 rolls, minus substitutes. The
+// window hands every typed character here, whichever control has the focus.
+#include "match/events.h"
+#include "match/match.h"
+#include "shape/shape.h"
+
+namespace quorvel {
+
+namespace {
+
+constexpr int kMinus = '-';
+constexpr int kRoll = '5';
+// The key of flag 0..7: the keypad's layout, up first and then clockwise.
+constexpr int kFlagKeys[8] = {'8', '9', '6', '3', '2', '1', '4', '7'};
+
+// The side to play's two substitution boxes, the one tried first first.
+void boxesOf(int side, int& first, int& second) {
+  first = side == 1 ? 0 : 2;
+  second = side == 1 ? 1 : 3;
+}
+
+void substituteByKey(MatchForm& f) {
+  // The first press while automatic play runs only stops it.
+  if (f.ChAuto.Value == 0) {
+    setValue(f, f.ChAuto, 1);
+    return;
+  }
+  if (f.KickTicks > 0 || f.DiceReady == -1) return;
+  if (f.TeamTurn != 1 && f.TeamTurn != 2) return;
+  int first, second;
+  boxesOf(roundIndex(f.TeamTurn), first, second);
+  if (f.CHsub[first].Visible)
+    startSubstitution(f, first);
+  else if (f.CHsub[second].Visible)
+    startSubstitution(f, second);
+}
+
+}  // namespace
+
+void Form_KeyPress(MatchForm& f, int keyAscii) {
+  if (f.SubTicks > 0 || f.TimPlace.Enabled() || !f.GameEnd.empty()) return;
+  if (mouseVsKeys(f)) {
+    if (f.TeamTurn == 1) return;  // the left side plays with the mouse
+    // Once the right side has pressed any key, its flags take the mouse too until the next kick.
+    if (f.TeamTurn == 2) f.ClickFrom = 77;
+  }
+  if (playLeftVsAI(f) && f.TeamTurn == 2) return;
+
+  if (keyAscii == kMinus) return substituteByKey(f);
+  for (int d = 0; d < 8; ++d)
+    if (f.CDdest[d].Visible && keyAscii == kFlagKeys[d]) press(f, f.CDdest[d]);
+  if (keyAscii == kRoll && f.Cdice.Enabled) press(f, f.Cdice);
+}
+
+}  // namespace quorvel

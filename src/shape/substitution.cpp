@@ -1,0 +1,116 @@
+// Substitutions: the "Sub" boxes, the exchange at the top edge of the pitch under TimSub, and
+// its hand-over to the re-forming walk (whose completion ends the substitution).
+#include "ai/ai.h"
+#include "match/events.h"
+#include "match/match.h"
+#include "match/paths.h"
+#include "shape/shape.h"
+
+namespace quorvel {
+
+namespace {
+
+// Where the substitute appears: just above the pitch, about on the half-way line.
+constexpr double kBenchLeft = 7200;
+constexpr double kBenchTop = 960;
+constexpr int kExchangeTicks = 300;
+
+bool boxOfOtherSide(const MatchForm& f, int index) {
+  return (f.TeamTurn == 1 && (index == 2 || index == 3)) ||
+         (f.TeamTurn == 2 && (index == 0 || index == 1));
+}
+
+}  // namespace
+
+// Boxes 0 and 3 bring on number 12, boxes 1 and 2 number 13.
+Single subNumberOfBox(int index) {
+  return index == 0 || index == 3 ? 12.0f : 13.0f;
+}
+
+void startSubstitution(MatchForm& f, int box) {
+  f.SubNumber = subNumberOfBox(box);
+  f.CHsub[box].Visible = false;
+  MakeSub(f);
+  f.TimSub.setEnabled(true);
+}
+
+void CHsub_Click(MatchForm& f, int index) {
+  CheckBox& box = f.CHsub[index];
+  // A person's click always ticks the box, because it never stays ticked; so a click that
+  // arrives with the box clear was raised by our own unticking below, nested inside the
+  // person's click. That inner call does nothing: the outer one goes on and does it all once.
+  if (box.Value == 0) return;
+  setValue(f, box, 0);
+
+  setValue(f, f.Chq, 0);
+  setValue(f, f.ChAuto, 1);  // automatic play off: "Wait for player"
+  if (f.GameOn == 0 || f.SubTicks > 0) return;
+
+  f.CDcontest[1].Image = f.Di[7].Image;
+  f.CDcontest[2].Image = f.Di[7].Image;
+
+  if (f.TimPlace.Enabled()) return;
+  if (f.DiceReady == -1) {
+    f.TXoner.Visible = true;  // the one refusal the player is told about
+    return;
+  }
+  if (!f.GameEnd.empty()) return;
+  if (boxOfOtherSide(f, index)) return;
+
+  startSubstitution(f, index);
+}
+
+void MakeSub(MatchForm& f) {
+  // Without a side to play (before the first Start) there is nobody to take off.
+  if (f.TeamTurn != 1 && f.TeamTurn != 2) return;
+  // The ten outfield players of the side, never the one with the ball.
+  const int first = f.TeamTurn == 1 ? 2 : 13;
+  do {
+    f.SubOff = static_cast<Single>(intPart(f.Rnd.next() * 10) + first);
+  } while (f.SubOff == f.BallOwner);
+
+  Picture& sub = f.Player[0];
+  TextBox& number = f.Tnum[0];
+  const bool left = f.SubOff < 12;
+  const Colour main = f.RainB[left ? 0 : 3].BackColor;
+  const Colour second = f.RainB[left ? 1 : 2].BackColor;
+  sub.BackColor = main;
+  number.ForeColor = second;
+  number.BackColor = main;
+
+  f.PlaceMode = 23;  // the re-forming walk keeps the ball at its owner's feet
+  number.Text = formatNumber(f.SubNumber);
+  sub.Top = kBenchTop;
+  sub.Left = kBenchLeft;
+  sub.Visible = true;
+  // The computer may pick another formation now; the re-forming at the end will use it.
+  FormAI(f);
+}
+
+void TimSub_Timer(MatchForm& f) {
+  f.SubTicks = static_cast<Integer>(f.SubTicks + 1);
+  Picture& leaving = f.Player[roundIndex(f.SubOff)];
+  Picture& sub = f.Player[0];
+
+  // The exchange lasts a fixed time, whatever the distance: the leaving player heads for the
+  // bench point upwards and sideways only and need not reach it.
+  if (f.SubTicks < kExchangeTicks) {
+    if (leaving.Top > kBenchTop) leaving.Top -= 15;
+    if (leaving.Left > kBenchLeft) leaving.Left -= 15;
+    if (leaving.Left < kBenchLeft) leaving.Left += 15;
+    sub.Top += 15;
+    return;
+  }
+
+  // The leaving player's piece becomes the substitute: same index, colours and place in the
+  // formation, the new number. SubTicks stays up until the re-forming walk has ended.
+  f.TimSub.setEnabled(false);
+  leaving.Top = sub.Top;
+  leaving.Left = sub.Left;
+  sub.Visible = false;
+  f.Tnum[roundIndex(f.SubOff)].Text = formatNumber(f.SubNumber);
+  FormAI(f);
+  SetPlay(f);
+}
+
+}  // namespace quorvel
