@@ -62,6 +62,9 @@ TEST(ClockHalfTime, ComesAtExactly45MinutesWithTheOtherSidesKickOff) {
     EXPECT_EQ(f.PlaceMode, 34);
     EXPECT_TRUE(f.TimPlace.Enabled());
     EXPECT_TRUE(f.GameEnd.empty());
+    f.HalfHold = 0;
+    TikTok(f);
+    EXPECT_EQ(f.HalfHold, 0) << "the next move is play again";
   }
 }
 

@@ -90,10 +90,13 @@ TEST_F(Roll, FlagsStandOnTheirSquares) {
 
 TEST_F(Roll, CountsTheOfferAndReleasesAutomaticPlayOnlyForAChoice) {
   f.AutoHold = 1;
+  f.AIGo = 1;
   offer(9, 1, 4, 6);
   EXPECT_EQ(f.FlagCount, 1);
   EXPECT_EQ(f.OnlyFlag, 2);
   EXPECT_EQ(f.AutoHold, 1);
+  EXPECT_EQ(f.AIGo, 2) << "the computer has rolled and must choose";
+  EXPECT_EQ(f.Cdice.Image, "die6");
 
   f.DiceReady = 1;
   offer(9, 8, 4, 1);
@@ -102,69 +105,34 @@ TEST_F(Roll, CountsTheOfferAndReleasesAutomaticPlayOnlyForAChoice) {
   EXPECT_EQ(f.AutoHold, 0);
 }
 
-TEST_F(Roll, StartsTheTurnAfresh) {
-  f.FormChanged = {0, 1, 2};
-  f.GoalHold = 1;
-  f.HalfHold = 1;
-  f.GoalSide = 2;
-  f.GoalFlag = 3;
-  f.PicGame.Visible = true;
-  f.AIGo = 1;
-  offer(9, 8, 4, 3);
-  EXPECT_EQ(f.DiceValue, 3);
-  EXPECT_EQ(f.Cdice.Image, "die3");
-  EXPECT_EQ(f.Cdice.BackColor, RGB(0, 0, 0));
-  EXPECT_EQ(f.DiceReady, -1);
-  EXPECT_EQ(f.FormChanged[1] + f.FormChanged[2], 0);
-  EXPECT_EQ(f.GoalHold + f.HalfHold + f.GoalSide, 0);
-  EXPECT_EQ(f.GoalFlag, -1);
-  EXPECT_FALSE(f.PicGame.Visible);
-  EXPECT_EQ(f.AIGo, 2);  // the computer has rolled and must choose
-}
-
 TEST_F(Roll, UntimelyRollsChangeNothingButTheContestDice) {
-  auto contestShown = [this] {
-    f.CDcontest[1].Image = "die4";
-    f.CDcontest[2].Image = "die2";
-    f.ContestWin = 22;
-  };
   auto refused = [this](const char* why) {
     SCOPED_TRACE(why);
     const auto flags = visibleFlags(f);
-    const Integer value = f.DiceValue;
     const Single ready = f.DiceReady;
+    f.CDcontest[1].Image = "die4";
+    f.ContestWin = 22;
     roll(f, 6);
     EXPECT_EQ(f.Rnd.forcedPending(), 1u) << "no draw may be made";
     f.Rnd.next();
     EXPECT_EQ(visibleFlags(f), flags);
-    EXPECT_EQ(f.DiceValue, value);
     EXPECT_EQ(f.DiceReady, ready);
+    EXPECT_EQ(f.CDcontest[1].Image, "die7");
+    EXPECT_EQ(f.ContestWin, 0);
   };
-
   offer(9, 8, 4, 2);
-  contestShown();
   refused("second roll");
-  EXPECT_EQ(f.CDcontest[1].Image, "die7");
-  EXPECT_EQ(f.CDcontest[2].Image, "die7");
-  EXPECT_EQ(f.ContestWin, 0);
-
   f.DiceReady = 1;
   f.TimPlace.setEnabled(true);
   refused("players walking");
   f.TimPlace.setEnabled(false);
-
   f.GameEnd = "ended";
   refused("after full time");
 
-  auto fresh = newMatchForm(3);
-  MatchForm& g = *fresh;
-  g.CDcontest[1].Image = "die4";
-  g.ContestWin = 22;
-  g.Rnd.force({test::face(6)});
-  press(g, g.Cdice);
-  EXPECT_EQ(g.Rnd.forcedPending(), 1u);
-  EXPECT_EQ(g.CDcontest[1].Image, "die4") << "no match yet: nothing at all happens";
-  EXPECT_EQ(g.ContestWin, 22);
+  auto fresh = newMatchForm(3);  // no match yet: not even the contest dice change
+  fresh->ContestWin = 22;
+  press(*fresh, fresh->Cdice);
+  EXPECT_EQ(fresh->ContestWin, 22);
 }
 
 // Who may roll: the mouse press and the click of the die, by mode and side.

@@ -19,44 +19,10 @@ class Kick : public ::testing::Test {
 
   void SetUp() override { test::clearPitch(f); }
 
-  // Owner on (col, row) rolls `die` (as the computer's roll does: no routing) and
-  // activates `flag`; `more` are draws dictated after the die.
   void kick(int owner, int col, int row, int die, int flag, std::vector<double> more = {}) {
-    giveBall(f, owner, col, row);
-    f.Rnd.force({test::face(die)});
-    f.Rnd.force(more);
-    ClickDi(f);
-    press(f, f.CDdest[flag]);
+    test::kick(f, owner, col, row, die, flag, more);
   }
 };
-
-TEST_F(Kick, TheFlagStartsTheFlight) {
-  putPlayer(f, 10, 10, 4);
-  giveBall(f, 9, 8, 4);
-  f.Rnd.force({test::face(2)});
-  ClickDi(f);
-  const double ballLeft = f.Ball.Left, ballTop = f.Ball.Top;
-  const double flagLeft = f.CDdest[2].Left, flagTop = f.CDdest[2].Top;
-  f.ClickFrom = 77;
-  f.AIGo = 2;
-  f.TimAI.setEnabled(true);
-  press(f, f.CDdest[2]);
-
-  EXPECT_TRUE(visibleFlags(f).empty());
-  EXPECT_EQ(f.KickFlag, 2);
-  EXPECT_EQ(f.KickTicks, 60);
-  EXPECT_DOUBLE_EQ(ballLeft + 60 * f.BallStepX, flagLeft);
-  EXPECT_DOUBLE_EQ(ballTop + 60 * f.BallStepY, flagTop);
-  EXPECT_EQ(f.GoalFlag, -1);
-  EXPECT_EQ(f.Receiver, 10);  // a pass to the team-mate standing there
-  EXPECT_EQ(f.ReceiverDist, 0);
-  EXPECT_EQ(f.RunStepX, 0);
-  EXPECT_TRUE(f.TimB.Enabled());
-  EXPECT_FALSE(f.TimAI.Enabled());
-  EXPECT_EQ(f.ClickFrom, 0);
-  EXPECT_EQ(f.AIGo, 0);
-  EXPECT_EQ(f.ActiveControl, "Cdice");
-}
 
 TEST_F(Kick, TheKickerChasesHisOwnBallWhenNobodyIsNearer) {
   const int cols[8] = {8, 11, 11, 11, 8, 5, 5, 5};
@@ -106,8 +72,9 @@ TEST_F(Kick, EqualDistancesAcrossSidesAreSettledByDiceThatNeverTie) {
   EXPECT_EQ(f.CDcontest[1].Image, "die2");
   EXPECT_EQ(f.CDcontest[2].Image, "die5");
 
+  putPlayer(f, 4, 11, 4);  // as near as 6: the lower index is his side's best
   kick(9, 8, 4, 2, 2, {test::face(6), test::face(1)});
-  EXPECT_EQ(f.Receiver, 6);
+  EXPECT_EQ(f.Receiver, 4);
   EXPECT_EQ(f.ContestWin, 11);
 }
 
@@ -149,10 +116,12 @@ TEST_F(Kick, FlagsRefuseTheSideThatMayNotUseThem) {
     select(f, f.OpMode[c.mode]);
     f.KickFlag = -1;
     f.ClickFrom = static_cast<Single>(c.from);
+    f.TimAI.setEnabled(true);
     kick(c.owner, 8, 4, 2, 6);
     EXPECT_EQ(f.KickFlag, c.accepted ? 6 : -1);
     EXPECT_EQ(visibleFlags(f).size(), c.accepted ? 0u : 8u);
     EXPECT_EQ(f.ClickFrom, c.accepted ? 0 : c.from);
+    EXPECT_EQ(f.TimAI.Enabled(), !c.accepted) << "an accepted kick ends the computer's turn";
   }
 }
 

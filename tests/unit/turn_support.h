@@ -57,6 +57,17 @@ inline void roll(MatchForm& f, int n) {
   press(f, f.Cdice);
 }
 
+// `owner` on (col, row) rolls `die` and activates `flag`; `more` are the draws after the die
+// (contest dice). The roll goes straight to ClickDi, as the computer's does.
+inline void kick(MatchForm& f, int owner, int col, int row, int die, int flag,
+                 const std::vector<double>& more = {}) {
+  giveBall(f, owner, col, row);
+  f.Rnd.force({face(die)});
+  f.Rnd.force(more);
+  ClickDi(f);
+  press(f, f.CDdest[flag]);
+}
+
 inline std::vector<int> visibleFlags(const MatchForm& f) {
   std::vector<int> v;
   for (int d = 0; d < 8; ++d)
