@@ -160,8 +160,11 @@ bool MatchWindow::eventFilter(QObject* watched, QEvent* e) {
     const QString typed = static_cast<QKeyEvent*>(e)->text();
     for (const QChar ch : typed)
       if (ch.unicode() > 0 && ch.unicode() < 256) userKey(f_, ch.unicode());
-    if (!typed.isEmpty()) refresh();
-    return false;  // the focused widget gets the key too
+    // The widget that had the focus gets the key too, even when the handler moved the focus:
+    // the views catch up once the key has been delivered.
+    if (!typed.isEmpty())
+      QMetaObject::invokeMethod(this, &MatchWindow::refresh, Qt::QueuedConnection);
+    return false;
   }
   return FormWindow::eventFilter(watched, e);
 }

@@ -1,0 +1,350 @@
+// The window's binding to the model: the person's input reaches the handlers, the model's
+// changes reach the widgets, and the form keeps its proportions at any size. Virtual time is
+// driven by pump(); nothing here waits on the wall clock.
+#include "match_window.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QWindow>
+#include <QtTest>
+#include <functional>
+#include <memory>
+
+#include "links_window.h"
+#include "match/events.h"
+#include "match/match.h"
+
+using namespace quorvel;
+
+namespace {
+
+// A fresh form and its window at the natural size (scale 1: 15 twips to the pixel).
+struct Game {
+  Game() : f(newMatchForm(3)), w(std::make_unique<MatchWindow>(*f)) {
+    w->resize(w->naturalSize());
+    w->show();
+  }
+  template <typename T = QWidget>
+  T* widget(const std::string& name) {
+    return qobject_cast<T*>(w->widgetFor(name));
+  }
+  // Starts a match with the left side kicking off and lets the players walk to their places.
+  bool startAndWalk() {
+    f->Rnd.force({0.0, 0.0});
+    QTest::mouseClick(widget(f->CDgo.name), Qt::LeftButton);
+    for (int tick = 0; tick < 4000 && f->TimPlace.Enabled(); ++tick) w->pump(15);
+    return f->GameOn == 7 && !f->TimPlace.Enabled();
+  }
+  std::unique_ptr<MatchForm> f;
+  std::unique_ptr<MatchWindow> w;  // goes before the form it shows
+};
+
+// Answers the next message box with OK, after letting `inspect` look at it.
+void answerNextMessage(std::function<void(QMessageBox*)> inspect) {
+  QTimer::singleShot(0, [inspect] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return answerNextMessage(inspect);  // not up yet
+    inspect(box);
+    box->button(QMessageBox::Ok)->click();
+  });
+}
+
+// Shown as the model has it: visible itself and inside visible containers.
+bool shownInModel(const Control& c) {
+  for (const Control* k = &c; k != nullptr; k = k->parent)
+    if (!k->Visible) return false;
+  return true;
+}
+
+QRect atScaleOne(const Control& c) {
+  return QRect(qRound(c.Left / 15), qRound(c.Top / 15), qRound(c.Width / 15),
+               qRound(c.Height / 15));
+}
+
+}  // namespace
+
+class MatchWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void showsEveryControlOfTheLayout() {
+    Game g;
+    QCOMPARE(g.w->windowTitle(), QStringLiteral("Free Quorvel"));
+    int shown = 0;
+    forEachControl(*g.f, [&](Control& c) {
+      if (c.name.rfind("LinksForm.", 0) == 0 || c.name.rfind("Tnum(", 0) == 0 ||
+          c.name.rfind("Di(", 0) == 0)
+        return;
+      QWidget* w = g.w->widgetFor(c.name);
+      QVERIFY2(w != nullptr, c.name.c_str());
+      QCOMPARE(w->isVisible(), shownInModel(c));
+      QCOMPARE(w->toolTip(), QString::fromStdString(c.ToolTipText));
+      if (c.Visible) ++shown;
+    });
+    QVERIFY(shown > 50);
+    QCOMPARE(g.widget<QPushButton>("CDgo")->text(), QStringLiteral("Start"));
+    QCOMPARE(g.widget<QRadioButton>("OPForm(12)")->text(), QStringLiteral("Cup"));
+    QVERIFY(g.widget<QRadioButton>("OPForm(12)")->isChecked());
+    QVERIFY(!g.widget<QRadioButton>("OPForm(10)")->isChecked());
+    QCOMPARE(g.widget<QLineEdit>("TXtim")->text(), QStringLiteral("00:00"));
+    // Pieces on the pitch stand exactly where their twips say.
+    QCOMPARE(g.widget("Grass")->geometry(), QRect(31, 127, 962, 482));
+    QCOMPARE(g.widget("Ball")->geometry(), atScaleOne(g.f->Ball));
+    QCOMPARE(g.widget("Player(5)")->geometry(), atScaleOne(g.f->Player[5]));
+    // Inside a frame, positions are the frame's own.
+    QCOMPARE(g.widget("OPForm(0)")->parentWidget(), g.widget("Fra1"));
+    QCOMPARE(g.widget("OPForm(0)")->pos(), QPoint(6, 24));
+  }
+
+  void clicksReachTheHandlers() {
+    Game g;
+    QVERIFY(g.startAndWalk());
+    QVERIFY(!g.widget("CDgo")->isEnabled());
+    QVERIFY(!g.widget("ChtenFIF")->isEnabled());
+    // Start hands the focus to "Random Teams".
+    QCOMPARE(g.f->ActiveControl, std::string("cdr"));
+    QCOMPARE(g.w->focusWidget(), g.widget("cdr"));
+    for (int i = 1; i <= 22; ++i)
+      QCOMPARE(g.widget("Player(" + std::to_string(i) + ")")->geometry(),
+               atScaleOne(g.f->Player[i]));
+
+    // The die rolls on a click, and the flags it offers appear and can be clicked.
+    g.f->Rnd.force({0.5});  // a four
+    QTest::mouseClick(g.widget("Cdice"), Qt::LeftButton);
+    QCOMPARE(g.f->DiceValue, Integer(4));
+    int offered = 0;
+    for (int k = 0; k < 8; ++k) {
+      auto* flag = g.widget("CDdest(" + std::to_string(k) + ")");
+      QCOMPARE(flag->isVisible(), g.f->CDdest[k].Visible);
+      if (flag->isVisible()) {
+        ++offered;
+        QCOMPARE(flag->geometry().center(), atScaleOne(g.f->CDdest[k]).center());
+      }
+    }
+    QVERIFY(offered > 0);
+    for (int k = 0; k < 8; ++k) {
+      if (!g.f->CDdest[k].Visible) continue;
+      QTest::mouseClick(g.widget("CDdest(" + std::to_string(k) + ")"), Qt::LeftButton);
+      break;
+    }
+    QVERIFY(g.f->KickFlag >= 0);  // the kick is in flight
+
+    // Check boxes and option buttons toggle through the model.
+    QTest::mouseClick(g.widget("Ch50"), Qt::LeftButton);
+    QCOMPARE(g.f->Ch50.Value, 1);
+    QVERIFY(g.widget<QCheckBox>("Ch50")->isChecked());
+    QTest::mouseClick(g.widget("OPForm(3)"), Qt::LeftButton);
+    QVERIFY(g.f->OPForm[3].Value && !g.f->OPForm[0].Value);
+    QVERIFY(!g.widget<QRadioButton>("OPForm(0)")->isChecked());
+    // Clicking the selected option again changes nothing: it stays on.
+    QTest::mouseClick(g.widget("OPForm(3)"), Qt::LeftButton);
+    QVERIFY(g.widget<QRadioButton>("OPForm(3)")->isChecked());
+  }
+
+  void refusedInputLeavesTheWidgetAsTheModelSays() {
+    Game g;
+    g.f->FrameMode.Enabled = false;
+    g.w->refresh();
+    auto* bar = g.widget<QScrollBar>("Vai");
+    QVERIFY(!bar->isEnabled());  // a disabled frame disables what it holds
+    QVERIFY(!g.widget("OpMode(1)")->isEnabled());
+    g.f->FrameMode.Enabled = true;
+    g.w->refresh();
+    bar->setValue(1000);  // as a drag of the thumb does
+    QCOMPARE(g.f->Vai.Value, 1000);
+    bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    QCOMPARE(g.f->Vai.Value, 1250);
+  }
+
+  void modelChangesShowOnTheWidgets() {
+    Game g;
+    g.f->CDgo.Caption = "Again";
+    g.f->TXoner.Visible = true;
+    g.f->Goals[1].BackColor = RGB(10, 20, 30);
+    g.f->Goals[1].Text = "3";
+    g.f->Chq.Value = 1;
+    g.f->Fra2.Visible = false;
+    g.f->Cdice.Enabled = false;
+    g.f->Ball.Left += 900;
+    g.w->pump(0);
+    QCOMPARE(g.widget<QPushButton>("CDgo")->text(), QStringLiteral("Again"));
+    QVERIFY(g.widget("TXoner")->isVisible());
+    QCOMPARE(g.widget("Goals(1)")->palette().color(QPalette::Base), QColor(10, 20, 30));
+    QCOMPARE(g.widget<QLineEdit>("Goals(1)")->text(), QStringLiteral("3"));
+    QVERIFY(g.widget<QCheckBox>("Chq")->isChecked());
+    QVERIFY(!g.widget("OPForm(13)")->isVisible());  // a hidden frame hides what it holds
+    QVERIFY(!g.widget("Cdice")->isEnabled());
+    QCOMPARE(g.widget("Ball")->geometry(), atScaleOne(g.f->Ball));
+
+    // The model's focus moves the widget focus.
+    g.f->ActiveControl = "CDhelp";
+    g.w->refresh();
+    QCOMPARE(g.w->focusWidget(), g.widget("CDhelp"));
+    // The window's background is the form's.
+    g.f->BackColor = RGB(200, 10, 10);
+    g.w->refresh();
+    QCOMPARE(g.w->grab().toImage().pixelColor(2, g.w->height() - 2), QColor(200, 10, 10));
+  }
+
+  void typingIsNeverOverwrittenBySync() {
+    Game g;
+    auto* name = g.widget<QLineEdit>("Team(1)");
+    QVERIFY(!name->isReadOnly());
+    name->selectAll();
+    QTest::keyClicks(name, "Rovers");
+    QCOMPARE(g.f->Team[1].Text, std::string("Rovers"));
+    name->setCursorPosition(2);
+    g.w->pump(2000);  // the team panel ticks twice meanwhile
+    QCOMPARE(name->text(), QStringLiteral("Rovers"));
+    QCOMPARE(name->cursorPosition(), 2);
+    // The model's own change does show.
+    g.f->Team[1].Text = "Ajax Town";
+    g.w->refresh();
+    QCOMPARE(name->text(), QStringLiteral("Ajax Town"));
+    // A locked box cannot be typed in.
+    g.f->Team[1].Locked = true;
+    g.w->refresh();
+    QVERIFY(name->isReadOnly());
+    QTest::keyClicks(name, "X");
+    QCOMPARE(g.f->Team[1].Text, std::string("Ajax Town"));
+  }
+
+  void typedCharactersReachTheKeyHandlerWhateverHasTheFocus() {
+    Game g;
+    QVERIFY(g.startAndWalk());
+    QCOMPARE(g.f->DiceReady, Single(1));
+    auto* name = g.widget<QLineEdit>("Team(2)");
+    name->setFocus();
+    QCOMPARE(g.w->focusWidget(), name);
+    QTest::keyClick(g.w->windowHandle(), '5');
+    QCOMPARE(g.f->DiceReady, Single(-1));  // the 5 rolled the die
+    QVERIFY(g.f->DiceValue >= 1 && g.f->DiceValue <= 6);
+    QCOMPARE(name->text(), QStringLiteral("Team 25"));  // and the box got it too
+    QCOMPARE(g.f->Team[2].Text, std::string("Team 25"));
+    QCoreApplication::processEvents();  // the views catch up
+    QCOMPARE(g.f->ActiveControl, std::string("Cdice"));
+    QCOMPARE(g.w->focusWidget(), g.widget("Cdice"));
+    QVERIFY(g.widget("CDdest(0)")->isVisible() == g.f->CDdest[0].Visible);
+  }
+
+  void personsFocusIsWrittenToTheModel() {
+    Game g;
+    g.w->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(g.w.get()));
+    QTest::mouseClick(g.widget("Ch50"), Qt::LeftButton);
+    QCOMPARE(g.f->ActiveControl, std::string("Ch50"));
+    QTest::mouseClick(g.widget("Team(2)"), Qt::LeftButton);
+    QCOMPARE(g.f->ActiveControl, std::string("Team(2)"));
+  }
+
+  void helpShowsTheExactMessage() {
+    Game g;
+    QString title, text;
+    QMessageBox::Icon icon = QMessageBox::Warning;
+    QMessageBox::StandardButtons buttons;
+    answerNextMessage([&](QMessageBox* box) {
+      title = box->windowTitle();
+      text = box->text();
+      icon = box->icon();
+      buttons = box->standardButtons();
+    });
+    QTest::mouseClick(g.widget("CDhelp"), Qt::LeftButton);
+    QCOMPARE(title, QStringLiteral("Free Quorvel"));
+    QCOMPARE(icon, QMessageBox::NoIcon);
+    QCOMPARE(buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 15);
+    QCOMPARE(lines.first(),
+             QStringLiteral("Keypad: Numlock the keypad to kick in 8 directions, 5=roll dice."));
+    QCOMPARE(lines[1],
+             QStringLiteral("Or use the mouse to click the dice-roll button (below the 'Start' "
+                            "button), "));
+    QCOMPARE(lines[3], QString());
+    QCOMPARE(lines.last(),
+             QStringLiteral("Click the Title-Banners for details of the game online."));
+    QCOMPARE(QString(text).replace(QLatin1Char('\n'), QLatin1Char('\r')),
+             QString::fromStdString(g.f->LastMessage.Text));
+  }
+
+  void aBrowserThatCannotStartShowsTheCriticalBox() {
+    Game g;
+    std::string asked;
+    g.f->platform.openUrl = [&asked](const std::string& url) {
+      asked = url;
+      return false;
+    };
+    QString title;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    answerNextMessage([&](QMessageBox* box) {
+      title = box->windowTitle();
+      icon = box->icon();
+    });
+    QTest::mouseClick(g.widget("Command1"), Qt::LeftButton);
+    QVERIFY(!asked.empty());
+    QCOMPARE(title, QStringLiteral("Cannot find Browser:"));
+    QCOMPARE(icon, QMessageBox::Critical);
+  }
+
+  void exitShowsTheClosingWindow() {
+    Game g;
+    LinksWindow& links = g.w->links();
+    QVERIFY(!links.isVisible());
+    QTest::mouseClick(g.widget("CDend"), Qt::LeftButton);
+    QVERIFY(!g.w->isVisible());
+    QVERIFY(links.isVisible());
+    QCOMPARE(links.windowTitle(), QStringLiteral("Free Quorvel"));
+    auto* one = links.widgetFor("LinksForm.Picture1");
+    auto* two = links.widgetFor("LinksForm.Picture2");
+    QVERIFY(one->isVisible() != two->isVisible());
+    QCOMPARE(one->isVisible(), g.f->LinksForm.Picture1.Visible);
+
+    const bool firstShown = one->isVisible();
+    g.w->pump(7000);  // the closing window's timer swaps the pictures
+    QCOMPARE(one->isVisible(), !firstShown);
+    QCOMPARE(two->isVisible(), firstShown);
+    QTest::mouseClick(&links, Qt::LeftButton, {}, QPoint(2, 2));  // its background
+    QCOMPARE(one->isVisible(), firstShown);
+
+    QCOMPARE(qobject_cast<QPushButton*>(links.widgetFor("LinksForm.CDend"))->text(),
+             QStringLiteral("Exit"));
+    QTest::mouseClick(links.widgetFor("LinksForm.CDend"), Qt::LeftButton);
+    QVERIFY(g.f->Ended);
+  }
+
+  void scalingKeepsProportions() {
+    Game g;
+    const QFont natural = g.widget("Team(1)")->font();
+    g.w->resize(2496, 1536);
+    QCoreApplication::processEvents();
+    QCOMPARE(g.w->scale(), 2.0);
+    QCOMPARE(g.widget("Grass")->geometry(), QRect(62, 254, 1924, 964));
+    QCOMPARE(g.widget("Team(1)")->font().pixelSize(), natural.pixelSize() * 2);
+
+    // A wide window: the form is as high as the window and centred across it.
+    g.w->resize(2000, 768);
+    QCoreApplication::processEvents();
+    QCOMPARE(g.w->scale(), 1.0);
+    const QRectF area = g.w->formArea();
+    QCOMPARE(area.size(), QSizeF(1248, 768));
+    QCOMPARE(area.left(), (2000 - 1248) / 2.0);
+    QCOMPARE(g.widget("Grass")->geometry(), QRect(31 + 376, 127, 962, 482));
+
+    // Any size: the pitch keeps its shape and stays inside the form.
+    g.w->resize(1000, 900);
+    QCoreApplication::processEvents();
+    const QRect pitch = g.widget("Grass")->geometry();
+    QVERIFY(qAbs(double(pitch.width()) / pitch.height() - 14430.0 / 7230.0) < 0.01);
+    QVERIFY(g.w->formArea().contains(QRectF(pitch)));
+    QCOMPARE(g.w->formArea().width(), 1000.0);
+  }
+};
+
+QTEST_MAIN(MatchWindowTest)
+#include "match_window_test.moc"
