@@ -5,10 +5,6 @@
 
 namespace quorvel {
 
-Integer Threat(const MatchForm&) { return 0; }
-Integer ThreatAI(const MatchForm&) { return 0; }
-Integer Terror(const MatchForm&) { return 0; }
-Integer TerrorAI(const MatchForm&) { return 0; }
 void TimAI_Timer(MatchForm&) {}
 void TimAuto_Timer(MatchForm&) {}
 void Hai_Change(MatchForm&) {}
