@@ -38,7 +38,7 @@ void substituteByKey(MatchForm& f) {
 }  // namespace
 
 void Form_KeyPress(MatchForm& f, int keyAscii) {
-  if (f.SubTicks > 0 || f.TimPlace.Enabled() || !f.GameEnd.empty()) return;
+  if (substitutionUnderWay(f) || f.TimPlace.Enabled() || !f.GameEnd.empty()) return;
   if (mouseVsKeys(f)) {
     if (f.TeamTurn == 1) return;  // the left side plays with the mouse
     // Once the right side has pressed any key, its flags take the mouse too until the next kick.

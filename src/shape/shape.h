@@ -14,6 +14,9 @@ void TimSub_Timer(MatchForm& f);
 // its substitute's number noted, the exchange begun.
 void startSubstitution(MatchForm& f, int box);
 Single subNumberOfBox(int box);  // 12 for boxes 0 and 3, 13 for boxes 1 and 2
+// From the moment TimSub is switched on until the re-forming walk has ended, including the
+// first 15 ms before its first tick has counted SubTicks up.
+bool substitutionUnderWay(const MatchForm& f);
 void FormAI(MatchForm& f);
 
 // Index of the selected formation button of a side (0..4 for the left, 10..14 for the right).

@@ -27,6 +27,10 @@ Single subNumberOfBox(int index) {
   return index == 0 || index == 3 ? 12.0f : 13.0f;
 }
 
+bool substitutionUnderWay(const MatchForm& f) {
+  return f.SubTicks > 0 || f.TimSub.Enabled();
+}
+
 void startSubstitution(MatchForm& f, int box) {
   f.SubNumber = subNumberOfBox(box);
   f.CHsub[box].Visible = false;
@@ -44,7 +48,7 @@ void CHsub_Click(MatchForm& f, int index) {
 
   setValue(f, f.Chq, 0);
   setValue(f, f.ChAuto, 1);  // automatic play off: "Wait for player"
-  if (f.GameOn == 0 || f.SubTicks > 0) return;
+  if (f.GameOn == 0 || substitutionUnderWay(f)) return;
 
   f.CDcontest[1].Image = f.Di[7].Image;
   f.CDcontest[2].Image = f.Di[7].Image;
