@@ -5,11 +5,5 @@
 
 namespace quorvel {
 
-void TimAI_Timer(MatchForm&) {}
-void TimAuto_Timer(MatchForm&) {}
-void Hai_Change(MatchForm&) {}
-void TXai_Click(MatchForm&) {}
-void ChtenFIF_Click(MatchForm&) {}
-void Chq_Click(MatchForm&) {}
 
 }  // namespace quorvel
