@@ -35,11 +35,31 @@ void PictureView::refresh() {
   if (same) return;
   key_ = key;
   look_ = look;
+  drawn_ = QPixmap();
   update();
 }
 
+void PictureView::resizeEvent(QResizeEvent* e) {
+  drawn_ = QPixmap();
+  QWidget::resizeEvent(e);
+}
+
 void PictureView::paintEvent(QPaintEvent*) {
+  // Drawn once per look and size: a walking player only moves, so the pitch under it is
+  // copied, not redrawn.
+  const qreal ratio = devicePixelRatioF();
+  if (drawn_.isNull() || drawn_.devicePixelRatio() != ratio) {
+    drawn_ = QPixmap(size() * ratio);
+    drawn_.setDevicePixelRatio(ratio);
+    drawn_.fill(Qt::transparent);
+    QPainter onto(&drawn_);
+    draw(onto);
+  }
   QPainter p(this);
+  p.drawPixmap(0, 0, drawn_);
+}
+
+void PictureView::draw(QPainter& p) const {
   const QRectF r = rect();
   if (key_.isEmpty()) {
     // A plain panel: its own colour with a soft edge.

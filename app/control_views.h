@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QProxyStyle>
 #include <QWidget>
 
@@ -27,14 +28,17 @@ class PictureView : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent*) override;
+  void resizeEvent(QResizeEvent* e) override;
   void mousePressEvent(QMouseEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
 
  private:
+  void draw(QPainter& p) const;
   const Picture& picture_;
   const TextBox* number_;
   QString key_;
   PictureLook look_;
+  QPixmap drawn_;  // the picture at the current size and pixel ratio; empty when stale
   bool pressed_ = false;
 };
 

@@ -471,16 +471,19 @@ void drawAdvertBoards(QPainter& p, const QRectF& r) {
   bg.setColorAt(1, QColor(20, 48, 28));
   p.fillRect(r, bg);
   const double side = std::min(r.width() * 0.42, h * 0.66);
-  const QRectF left(r.center().x() - side, r.top() + h * 0.08, side, side);
-  const QRectF right(r.center().x(), left.top(), side, side);
-  p.setPen(Qt::NoPen);
-  p.setBrush(QColor(0, 0, 0, 90));
-  p.drawRect(left.united(right).translated(side * 0.02, side * 0.03));
-  drawChessboard(p, left, QColor(238, 224, 190), QColor(150, 100, 60));
-  drawChessboard(p, right, QColor(238, 224, 190), QColor(150, 100, 60));
-  p.setPen(QPen(QColor(90, 60, 30), std::max(1.0, side * 0.012)));
-  p.setBrush(Qt::NoBrush);
-  p.drawRect(left.united(right));
+  const double gap = side * 0.04;
+  const QRectF left(r.center().x() - side - gap / 2, r.top() + h * 0.08, side, side);
+  const QRectF right(r.center().x() + gap / 2, left.top(), side, side);
+  for (const QRectF& board : {left, right}) {
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(0, 0, 0, 90));
+    p.drawRect(board.translated(side * 0.02, side * 0.03));
+    drawChessboard(p, board, QColor(238, 224, 190), QColor(150, 100, 60));
+    p.setPen(QPen(QColor(90, 60, 30), std::max(1.0, side * 0.012)));
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(board);
+  }
+  // The coin waits on the kick-off spot, where the boards meet.
   drawCoin(p, QPointF(r.center().x(), left.top() + side * 0.5), side * 0.1);
   const QString caption =
       QStringLiteral("Two chessboards, a coin and a die:\nplay Quorvel on your table");
