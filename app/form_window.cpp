@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QFocusEvent>
+#include <QFontMetricsF>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPainter>
@@ -337,6 +338,7 @@ void FormWindow::sync(Binding& b) {
       if (fresh || box.Text != b.text) {
         b.text = box.Text;
         if (edit->text() != qs(box.Text)) edit->setText(qs(box.Text));
+        applyFont(b);
       }
       if (fresh || box.Locked != b.locked) {
         b.locked = box.Locked;
@@ -406,10 +408,20 @@ void FormWindow::place(Binding& b) {
 void FormWindow::applyFont(Binding& b) {
   const FontSpec spec = fontFor(b.c);
   QFont font = b.w->font();
-  font.setPixelSize(std::max(1, static_cast<int>(std::lround(spec.px * scale_))));
   font.setBold(spec.bold);
   font.setItalic(spec.italic);
-  b.w->setFont(font);
+  double px = spec.px * scale_;
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(px))));
+  if (auto* edit = qobject_cast<QLineEdit*>(b.w)) {
+    // A text longer than its box is shown smaller rather than cut off.
+    const double room = b.w->width() - 6 * scale_;
+    const double needed = QFontMetricsF(font).horizontalAdvance(edit->text());
+    if (needed > room && room > 0) {
+      px = std::max(px * 0.6, px * room / needed);
+      font.setPixelSize(std::max(1, static_cast<int>(px)));
+    }
+  }
+  if (b.w->font() != font) b.w->setFont(font);
 }
 
 void FormWindow::relayout() {

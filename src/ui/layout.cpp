@@ -162,7 +162,7 @@ void teamPanels(MatchForm& f) {
   label(f.TXtim, "00:00", RGB(16, 24, 16), RGB(255, 208, 64));
   f.TXtim.ToolTipText = "Match clock";
 
-  place(f.TXoner, "TXoner", 6240, 510, 2760, 345);
+  place(f.TXoner, "TXoner", 6180, 510, 2880, 345);
   label(f.TXoner, "Make Sub BEFORE rolling the dice", RGB(255, 240, 200), kAlert);
   f.TXoner.ToolTipText = "If the checquered flags appear you cannot sub.";
   f.TXoner.Visible = false;

@@ -214,6 +214,12 @@ class MatchWindowTest : public QObject {
     QVERIFY(name->isReadOnly());
     QTest::keyClicks(name, "X");
     QCOMPARE(g.f->Team[1].Text, std::string("Ajax Town"));
+    // A long name is shown whole, in a smaller font.
+    const int natural = name->font().pixelSize();
+    g.f->Team[1].Text = "Middleschester Athletic";
+    g.w->refresh();
+    QVERIFY(name->font().pixelSize() < natural);
+    QVERIFY(name->fontMetrics().horizontalAdvance(name->text()) < name->width());
   }
 
   void typedCharactersReachTheKeyHandlerWhateverHasTheFocus() {
