@@ -74,37 +74,6 @@ TEST(Keys, EveryKeyIsIgnoredWhilePlayersWalkDuringASubstitutionAndAfterFullTime)
   }
 }
 
-TEST(MouseVsKeys, TheLeftSideIgnoresEveryKey) {
-  auto m = ready(1, 1);
-  MatchForm& f = *m;
-  for (char key : {'5', '-', '0'}) userKey(f, key);
-  EXPECT_EQ(f.DiceReady, 1);
-  EXPECT_EQ(f.ClickFrom, 0);
-  EXPECT_FALSE(f.TimSub.Enabled());
-  userClick(f, f.Cdice);  // the mouse rolls for the left side
-  ASSERT_EQ(f.DiceReady, -1);
-  const int flag = test::visibleFlags(f).front();
-  userKey(f, kFlagKey[flag]);
-  EXPECT_EQ(f.KickFlag, -1);
-  userClick(f, f.CDdest[flag]);
-  EXPECT_EQ(f.KickFlag, flag);
-}
-
-TEST(MouseVsKeys, TheRightSidesFlagsRefuseTheMouseUntilThatSideHasPressedAKey) {
-  auto m = ready(1, 2);
-  MatchForm& f = *m;
-  userClick(f, f.Cdice);
-  ASSERT_EQ(f.DiceReady, -1);
-  const int flag = test::visibleFlags(f).front();
-  userClick(f, f.CDdest[flag]);
-  EXPECT_EQ(f.KickFlag, -1);
-  userKey(f, '0');  // any key will do
-  EXPECT_EQ(f.ClickFrom, 77);
-  userClick(f, f.CDdest[flag]);
-  EXPECT_EQ(f.KickFlag, flag);
-  EXPECT_EQ(f.ClickFrom, 0);
-}
-
 TEST(PlayLeftVsAI, KeysPlayTheLeftSideOnlyAndNeverTheComputersTurn) {
   for (int side : {1, 2}) {
     auto m = ready(2, side);

@@ -50,6 +50,7 @@ TEST(SubBox, OneClickMakesExactlyOneSubstitutionAndLeavesTheBoxClear) {
 TEST(SubBox, AClickWhileAutomaticPlayRunsStopsItAndStillSubstitutes) {
   auto m = matchReady(2);
   MatchForm& f = *m;
+  select(f, f.OpMode[2]);  // the computer's side; the mouse may still substitute for it
   setValue(f, f.ChAuto, 0);
   ASSERT_TRUE(f.TimAuto.Enabled());
   userClick(f, f.CHsub[2]);
@@ -229,25 +230,6 @@ TEST(Exchange, AFormationChosenDuringItIsTheOneTheTeamReformsInto) {
   EXPECT_EQ(std::pair(f.PlayerCol[2], f.PlayerRow[2]), std::pair(3.0, 6.0));
   EXPECT_EQ(std::pair(f.PlayerCol[3], f.PlayerRow[3]), std::pair(3.0, 3.0));
   EXPECT_EQ(std::pair(f.PlayerCol[5], f.PlayerRow[5]), std::pair(6.0, 4.0));
-}
-
-TEST(Exchange, ASecondSubstitutionMayBringOffAPlayerWhoCameOn) {
-  auto m = matchReady(1);
-  MatchForm& f = *m;
-  f.Rnd.force({drawOff(7)});
-  userClick(f, f.CHsub[0]);
-  runExchange(f);
-  ASSERT_TRUE(finishWalk(f));
-  EXPECT_EQ(f.Tnum[7].Text, "12");
-
-  // Still before the roll: the other box may be used on the same turn.
-  f.Rnd.force({drawOff(7)});
-  userClick(f, f.CHsub[1]);
-  ASSERT_TRUE(substituting(f));
-  runExchange(f);
-  EXPECT_EQ(f.Tnum[7].Text, "13");
-  EXPECT_FALSE(f.CHsub[0].Visible);
-  EXPECT_FALSE(f.CHsub[1].Visible);
 }
 
 }  // namespace
