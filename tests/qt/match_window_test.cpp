@@ -20,6 +20,7 @@
 #include "links_window.h"
 #include "match/events.h"
 #include "match/match.h"
+#include "ui/ui.h"
 
 using namespace quorvel;
 
@@ -321,6 +322,62 @@ class MatchWindowTest : public QObject {
     QCOMPARE(qobject_cast<QPushButton*>(links.widgetFor("LinksForm.CDend"))->text(),
              QStringLiteral("Exit"));
     QTest::mouseClick(links.widgetFor("LinksForm.CDend"), Qt::LeftButton);
+    QVERIFY(g.f->Ended);
+  }
+
+  void paintedPiecesFollowTheModel() {
+    Game g;
+    auto pixel = [&g](const char* name, QPoint at) {
+      return g.widget(name)->grab().toImage().pixelColor(at);
+    };
+    // A swatch shows its own colour around the icon.
+    QCOMPARE(pixel("RainB(0)", QPoint(4, 4)), QColor(252, 0, 0));
+    g.f->ColRed[0] = 0, g.f->ColGreen[0] = 126, g.f->ColBlue[0] = 0;
+    Rainbow(*g.f);
+    g.w->refresh();
+    QCOMPARE(pixel("RainB(0)", QPoint(4, 4)), QColor(0, 126, 0));
+    // ... and so does every shirt of that side, repainted.
+    const QColor shirt = pixel("Player(2)", QPoint(14, 40));
+    QVERIFY2(qAbs(shirt.green() - 126) < 30 && shirt.red() < 30 && shirt.blue() < 30,
+             qPrintable(shirt.name()));
+
+    // The die shows the face the model names.
+    const QImage blank = g.widget("Cdice")->grab().toImage();
+    g.f->Cdice.Image = "die6";
+    g.w->refresh();
+    QVERIFY(g.widget("Cdice")->grab().toImage() != blank);
+    g.f->Cdice.Image = "die0";
+    g.w->refresh();
+    QCOMPARE(g.widget("Cdice")->grab().toImage(), blank);
+  }
+
+  void bannersWaitUnderThePitchThenOpenTheirPages() {
+    Game g;
+    std::string opened;
+    g.f->platform.openUrl = [&opened](const std::string& url) {
+      opened = url;
+      return true;
+    };
+    QWidget* title = g.widget("Banner(0)");
+    const QPoint centre = title->geometry().center();
+    QCOMPARE(g.w->childAt(centre), g.widget("Grass"));  // hidden under the pitch
+    QTest::mouseClick(g.w.get(), Qt::LeftButton, {}, centre);
+    QVERIFY(opened.empty());
+
+    QVERIFY(g.startAndWalk());
+    QCOMPARE(title->geometry(), atScaleOne(g.f->Banner[0]));
+    QCOMPARE(g.f->Banner[0].Top, 9160.0);
+    QCOMPARE(g.w->childAt(title->geometry().center()), title);
+    QTest::mouseClick(title, Qt::LeftButton);
+    QCOMPARE(opened, g.f->LastPage);
+    QVERIFY(QString::fromStdString(opened).endsWith(QStringLiteral("/soccer/game.htm")));
+  }
+
+  void closingTheClosingWindowEndsTheProgram() {
+    Game g;
+    QTest::mouseClick(g.widget("CDend"), Qt::LeftButton);
+    QVERIFY(g.w->links().isVisible());
+    g.w->links().close();
     QVERIFY(g.f->Ended);
   }
 
