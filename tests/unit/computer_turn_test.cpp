@@ -78,21 +78,16 @@ void expectBoxes(const std::vector<Situation>& cases) {
                                    << s.goalDiff << ", boxes " << s.box2 << s.box3;
 }
 
-TEST(ComputerTurn, TheLowIqsSubstituteByTheClockAlone) {
+TEST(ComputerTurn, SubstitutionRulesByIqClockPitchAndScore) {
   expectBoxes({
+      // IQ 1 and 2: the clock alone; IQ 1 never uses its second box.
       {1, 29, 0, true, true, {}, -1},
       {1, 30, 0, true, true, {}, 2},
-      {1, 80, -3, false, true, {}, -1},  // IQ 1 never uses its second box
-      {2, 31, 0, true, true, {}, 2},
-      {2, 31, 0, false, true, {}, -1},  // the second box waits for minute 60
-      {2, 59, 0, false, true, {}, -1},
+      {1, 80, -3, false, true, {}, -1},
+      {2, 31, 0, true, true, {0, 0, 5, 5}, 2},
+      {2, 31, 0, false, true, {}, -1},
       {2, 60, 5, false, true, {}, 3},
-      {2, 30, 0, true, true, {0, 0, 5, 5}, 2},  // the pitch does not matter
-  });
-}
-
-TEST(ComputerTurn, TheHigherIqsReadThePitchAndTheScore) {
-  expectBoxes({
+      // IQ 3 to 6: the thirds, the danger zones and the score.
       {3, 30, 0, true, true, {0, 2, 0, 0}, 2},
       {3, 30, 0, true, true, {0, 2, 0, 1}, -1},
       {3, 60, 0, false, true, {0, 3, 0, 0}, 3},
@@ -110,65 +105,28 @@ TEST(ComputerTurn, TheHigherIqsReadThePitchAndTheScore) {
       {6, 30, 0, true, true, {1, 0, 1, 0}, -1},
       {6, 60, 0, false, true, {1, 0, 1, 0}, 3},
       {6, 60, 1, false, true, {1, 0, 1, 0}, -1},
-  });
-}
-
-TEST(ComputerTurn, IqSixAddsTwoRulesByTheScoreAlone) {
-  expectBoxes({
-      {6, 70, -1, true, true, {0, 0, 1, 0}, 3},  // the first two rules fail, the third fires
-      {6, 66, -1, false, true, {}, 3},
+      // IQ 6 by the score alone: behind in minutes 66 to 74, not winning from minute 81.
+      {6, 70, -1, true, true, {0, 0, 1, 0}, 3},
       {6, 65, -1, false, true, {}, -1},
       {6, 75, -1, false, true, {}, -1},
       {6, 70, 0, false, true, {}, -1},
       {6, 81, 0, true, false, {}, 2},
-      {6, 88, -2, true, true, {}, 2},  // the last minute that substitutes
+      {6, 88, -2, true, true, {}, 2},
       {6, 80, 0, true, false, {}, -1},
       {6, 81, 1, true, false, {}, -1},
   });
 }
 
 TEST(ComputerTurn, NoSubstitutionAroundHalfTimeOrAtTheEnd) {
+  const Crowd crowd{2, 2, 0, 0};  // enough for every IQ's first rule
   for (int iq = 1; iq <= 6; ++iq) {
-    // Everything that could make each IQ substitute through its first box.
-    const Crowd crowd{2, 2, 0, 0};
     const int quietFrom = iq <= 2 ? 35 : 37;
-    for (double minute : {34.0, 36.0, 51.0, 60.0, 88.0})
-      EXPECT_EQ(firstTick({iq, minute, -1, true, true, crowd, 0}) >= 0,
-                minute < quietFrom || minute > 50)
+    for (double minute = 30; minute <= 90; ++minute) {
+      const bool quiet = (minute >= quietFrom && minute <= 50) || minute >= 89;
+      EXPECT_EQ(firstTick({iq, minute, -1, true, true, crowd, 0}), quiet ? -1 : 2)
           << "IQ " << iq << ", minute " << minute;
-    for (double minute = quietFrom; minute <= 50; ++minute)
-      EXPECT_EQ(firstTick({iq, minute, -1, true, true, crowd, 0}), -1)
-          << "IQ " << iq << ", minute " << minute;
-    for (double minute : {89.0, 90.0})
-      EXPECT_EQ(firstTick({iq, minute, -1, true, true, crowd, 0}), -1)
-          << "IQ " << iq << ", minute " << minute;
-  }
-}
-
-TEST(ComputerTurn, AtIqTwoTheFirstTickSubstitutesThenTheComputerWaitsThenRolls) {
-  auto f = computerToPlay();
-  f->Hai.Value = 2;
-  f->ClockMin = 31;
-  const Millis start = f->Sched.now();
-  bool sawExchange = false, sawWalk = false;
-  ASSERT_TRUE(test::runUntil(*f, [&] {
-    sawExchange = sawExchange || f->TimSub.Enabled();
-    sawWalk = sawWalk || (sawExchange && f->TimPlace.Enabled());
-    if (f->TimSub.Enabled() || f->TimPlace.Enabled()) {
-      EXPECT_EQ(f->AIGo, 1);
     }
-    return f->AIGo == 2;
-  }));
-  EXPECT_TRUE(sawExchange);
-  EXPECT_TRUE(sawWalk) << "the re-forming walk ran before the roll";
-  EXPECT_FALSE(f->CHsub[2].Visible);
-  EXPECT_TRUE(f->CHsub[3].Visible) << "box 3 is not used before minute 60";
-  EXPECT_EQ(f->SubTicks, 0) << "the substitution is over";
-  int wearing13 = 0;
-  for (int i = 13; i <= 22; ++i) wearing13 += f->Tnum[i].Text == "13";
-  EXPECT_EQ(wearing13, 1);
-  EXPECT_GT(f->Sched.now() - start, 300 * 15) << "the exchange alone takes 300 ticks";
-  EXPECT_EQ(f->DiceReady, -1);
+  }
 }
 
 TEST(ComputerTurn, OneThingATickAndOnlyOnItsOwnTurn) {
@@ -193,6 +151,10 @@ TEST(ComputerTurn, OneThingATickAndOnlyOnItsOwnTurn) {
   EXPECT_EQ(f->ThreatCount, 9) << "waits while anything walks";
   EXPECT_EQ(f->DiceReady, 1);
 
+  f->GameEnd = "ended";
+  TimAI_Timer(*f);
+  EXPECT_EQ(f->AIGo, 1) << "a refused roll is tried again on the next tick";
+  f->GameEnd.clear();
   TimAI_Timer(*f);
   EXPECT_NE(f->ThreatCount, 9);
   EXPECT_EQ(f->AIGo, 2);
@@ -206,52 +168,18 @@ TEST(ComputerTurn, OneThingATickAndOnlyOnItsOwnTurn) {
   EXPECT_FALSE(f->TimAI.Enabled());
 }
 
-TEST(ComputerTurn, ARefusedRollIsTriedAgain) {
-  auto f = computerToPlay();
-  f->GameEnd = "ended";
-  TimAI_Timer(*f);
-  TimAI_Timer(*f);
-  EXPECT_EQ(f->AIGo, 1);
-  EXPECT_EQ(f->DiceReady, 1);
-  f->GameEnd.clear();
-  TimAI_Timer(*f);
-  EXPECT_EQ(f->AIGo, 2);
-}
-
-TEST(ComputerTurn, IqThreeShowsTheThirdsDifference) {
-  auto f = computerToPlay();
-  arrange(*f, {0, 0, 1, 0});
-  f->TXq.Text = "mark";
-  f->ClockMin = 20;
-  f->Hai.Value = 4;
-  TimAI_Timer(*f);
-  EXPECT_EQ(f->TXq.Text, "mark") << "only at IQ 3";
-
-  auto g = computerToPlay();
-  arrange(*g, {0, 0, 1, 0});
-  g->Hai.Value = 3;
-  g->ClockMin = 40;
-  g->TXq.Text = "mark";
-  TimAI_Timer(*g);
-  EXPECT_EQ(g->TXq.Text, "mark") << "not around half time";
-  g->DiceReady = 1;
-  g->AIGo = 1;
-  g->ClockMin = 20;
-  TimAI_Timer(*g);
-  EXPECT_EQ(g->TXq.Text, "-1") << "written also when no rule fires";
-  EXPECT_EQ(g->AIGo, 2);
-}
-
-TEST(ComputerTurn, ARollMadeForItElsewhereSkipsItsSubstitutions) {
-  auto f = computerToPlay();
-  f->Hai.Value = 2;
-  f->ClockMin = 31;
-  ClickDi(*f);  // as automatic play would, before the computer's own tick
-  ASSERT_EQ(f->AIGo, 2);
-  TimAI_Timer(*f);
-  EXPECT_TRUE(f->CHsub[2].Visible);
-  EXPECT_FALSE(f->TimSub.Enabled());
-  EXPECT_GE(f->KickFlag, 0) << "straight to the flag";
+TEST(ComputerTurn, IqThreeShowsTheThirdsDifferenceWhereItsRulesApply) {
+  for (int iq : {3, 4})
+    for (double minute : {20.0, 40.0}) {
+      auto f = computerToPlay();
+      arrange(*f, {0, 0, 1, 0});
+      f->Hai.Value = iq;
+      f->ClockMin = minute;
+      f->TXq.Text = "mark";
+      TimAI_Timer(*f);
+      EXPECT_EQ(f->TXq.Text, iq == 3 && minute == 20 ? "-1" : "mark") << iq << " " << minute;
+      EXPECT_EQ(f->AIGo, 2) << "written also when no rule fires";
+    }
 }
 
 }  // namespace
