@@ -102,6 +102,10 @@ void CDgo_Click(MatchForm& f) {
   f.PlaceMode = 34;
   f.KickFlag = -1;
   f.CheerTicks = 0;
+  // The last goal of the finished match may still be celebrated: it ends with its match, so
+  // that it never counts on the new match's board nor restarts the new match's play.
+  f.TimSc.setEnabled(false);
+  f.Lablurb.Visible = true;
   if (f.Timi.Enabled()) {
     f.Timi.setEnabled(false);
     f.Rnd.mix(f.TimiCount);
