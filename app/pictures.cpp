@@ -505,7 +505,7 @@ void drawAdvertDie(QPainter& p, const QRectF& r) {
   p.rotate(-12);
   drawDie(p, QRectF(-s / 2, -s / 2, s, s), 6, false);
   p.rotate(12);
-  p.translate(s * 0.62, s * 0.28);
+  p.translate(s * 0.5, s * 0.45);
   p.rotate(18);
   drawDie(p, QRectF(-s * 0.3, -s * 0.3, s * 0.6, s * 0.6), 3, false);
   p.resetTransform();
