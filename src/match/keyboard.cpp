@@ -13,11 +13,8 @@ constexpr int kRoll = '5';
 // The key of flag 0..7: the keypad's layout, up first and then clockwise.
 constexpr int kFlagKeys[8] = {'8', '9', '6', '3', '2', '1', '4', '7'};
 
-// The side to play's two substitution boxes, the one tried first first.
-void boxesOf(int side, int& first, int& second) {
-  first = side == 1 ? 0 : 2;
-  second = side == 1 ? 1 : 3;
-}
+// The side to play's two substitution boxes, in the order the key tries them.
+constexpr int kBoxes[3][2] = {{}, {0, 1}, {2, 3}};
 
 void substituteByKey(MatchForm& f) {
   // The first press while automatic play runs only stops it.
@@ -27,12 +24,9 @@ void substituteByKey(MatchForm& f) {
   }
   if (f.KickTicks > 0 || f.DiceReady == -1) return;
   if (f.TeamTurn != 1 && f.TeamTurn != 2) return;
-  int first, second;
-  boxesOf(roundIndex(f.TeamTurn), first, second);
-  if (f.CHsub[first].Visible)
-    startSubstitution(f, first);
-  else if (f.CHsub[second].Visible)
-    startSubstitution(f, second);
+  for (int box : kBoxes[roundIndex(f.TeamTurn)]) {
+    if (f.CHsub[box].Visible) return startSubstitution(f, box);
+  }
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // Substitutions: the "Sub" boxes, the exchange at the top edge of the pitch under TimSub, and
 // its hand-over to the re-forming walk (whose completion ends the substitution).
-#include "ai/ai.h"
 #include "match/events.h"
 #include "match/match.h"
 #include "match/paths.h"

@@ -46,17 +46,6 @@ TEST(Keys, AKeyWhoseFlagIsHiddenOrNoKeyAtAllDoesNothing) {
   EXPECT_EQ(test::visibleFlags(f), (std::vector<int>{2, 3, 4, 5, 6}));
 }
 
-TEST(Keys, FiveRollsOnlyWhileTheDieButtonIsEnabled) {
-  auto m = ready(0, 2);
-  MatchForm& f = *m;
-  f.Cdice.Enabled = false;
-  userKey(f, '5');
-  EXPECT_EQ(f.DiceReady, 1);
-  f.Cdice.Enabled = true;
-  userKey(f, '5');
-  EXPECT_EQ(f.DiceReady, -1);
-}
-
 TEST(Keys, EveryKeyIsIgnoredWhilePlayersWalkDuringASubstitutionAndAfterFullTime) {
   void (*const arrange[])(MatchForm&) = {
       [](MatchForm& f) { f.TimPlace.setEnabled(true); },
@@ -114,19 +103,6 @@ TEST(MinusKey, StopsAutomaticPlayFirstThenUsesTheSidesBoxesInTurn) {
     EXPECT_FALSE(f.TimSub.Enabled());
     EXPECT_EQ(f.SubOff, 0);
   }
-}
-
-TEST(MinusKey, DoesNothingAfterTheRollOrDuringAKick) {
-  auto m = ready(0, 1);
-  MatchForm& f = *m;
-  test::roll(f, 2);
-  userKey(f, '-');
-  EXPECT_TRUE(f.CHsub[0].Visible);
-  f.DiceReady = 1;  // the die is not what refuses now
-  f.KickTicks = 30;
-  userKey(f, '-');
-  EXPECT_TRUE(f.CHsub[0].Visible);
-  EXPECT_FALSE(f.TimSub.Enabled());
 }
 
 }  // namespace
