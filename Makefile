@@ -1,6 +1,7 @@
 # make run   - install what is missing, build, start the game
 # make test  - install what is missing, build, run every test
 # make bench - build and run the benchmarks
+# make soak  - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
 BUILD ?= build
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
@@ -10,7 +11,7 @@ PACKAGES := cmake ninja-build g++ make pkg-config googletest libgtest-dev libgmo
             libbenchmark-dev qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev \
             clang-format xvfb xauth
 
-.PHONY: deps configure build run test bench clean
+.PHONY: deps configure build run test bench soak clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -36,6 +37,11 @@ test: build
 
 bench: build
 	./$(BUILD)/bench/quorvel_bench
+
+SOAK_SEEDS ?= 1-10
+SOAK_STEPS ?= 50000
+soak: build
+	nice -n 10 ./$(BUILD)/tests/harness/quorvel-soak --seeds $(SOAK_SEEDS) --steps $(SOAK_STEPS)
 
 clean:
 	rm -rf $(BUILD)

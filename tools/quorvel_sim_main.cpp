@@ -152,7 +152,7 @@ int main(int argc, char** argv) {
   const auto start = std::chrono::steady_clock::now();
   for (std::size_t r = 0; r < o.iqs.size(); ++r) {
     for (std::size_t c = 0; c < o.leftIqs.size(); ++c) {
-      quorvel::sim::Setup s;
+      quorvel::sim::Settings s;
       s.mode = o.mode;
       s.iq = o.iqs[r];
       s.left = o.left;

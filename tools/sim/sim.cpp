@@ -43,7 +43,7 @@ bool over(const MatchForm& f) {
 // is always a person; the right side is one too except in "Play Left vs AI".
 class People {
  public:
-  People(const Setup& s, std::uint64_t seed) : s_(s), rng_(seed ^ 0x5bd1e995u) {}
+  People(const Settings& s, std::uint64_t seed) : s_(s), rng_(seed ^ 0x5bd1e995u) {}
 
   // True when an action changed the state of the turn.
   bool act(MatchForm& f) {
@@ -96,11 +96,11 @@ class People {
     return shown[std::uniform_int_distribution<int>(0, n - 1)(rng_)];
   }
 
-  const Setup& s_;
+  const Settings& s_;
   std::mt19937_64 rng_;  // the random player's own hand, apart from the game's dice
 };
 
-void prepare(MatchForm& f, const Setup& s) {
+void prepare(MatchForm& f, const Settings& s) {
   const int mode = s.mode == Mode::Free ? 0 : s.mode == Mode::Keys ? 1 : 2;
   userClick(f, f.OpMode[mode]);
   userScroll(f, f.Hai, s.iq);
@@ -202,7 +202,7 @@ int mirroredFormation(MatchForm& f, int iq) {
   return choice;
 }
 
-MatchResult playMatch(const Setup& setup, std::uint64_t seed) {
+MatchResult playMatch(const Settings& setup, std::uint64_t seed) {
   MatchResult r;
   r.seed = seed;
   auto form = newMatchForm(seed);
@@ -230,7 +230,7 @@ MatchResult playMatch(const Setup& setup, std::uint64_t seed) {
   return r;
 }
 
-std::vector<MatchResult> playMatches(const Setup& setup, std::uint64_t seed, std::uint64_t first,
+std::vector<MatchResult> playMatches(const Settings& setup, std::uint64_t seed, std::uint64_t first,
                                      std::uint64_t count, int jobs) {
   std::vector<MatchResult> results(count);
   std::atomic<std::uint64_t> next{0};

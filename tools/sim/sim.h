@@ -14,7 +14,7 @@ namespace quorvel::sim {
 enum class Mode { Free, Keys, AI };  // "Free Mode", "Mouse vs Keys", "Play Left vs AI"
 enum class LeftPlayer { Random, Mirror };
 
-struct Setup {
+struct Settings {
   Mode mode = Mode::AI;
   int iq = 6;  // the computer's IQ: its own timer in AI mode, its weighing of flags otherwise
   LeftPlayer left = LeftPlayer::Mirror;
@@ -35,11 +35,11 @@ struct MatchResult {
 std::uint64_t matchSeed(std::uint64_t seed, std::uint64_t index);
 
 // One whole match, from Start to the final whistle (and the last goal's celebration).
-MatchResult playMatch(const Setup& setup, std::uint64_t seed);
+MatchResult playMatch(const Settings& setup, std::uint64_t seed);
 
 // Matches first..first+count-1 of the run seeded with `seed`, spread over `jobs` threads;
 // results in match order, the same for any number of jobs.
-std::vector<MatchResult> playMatches(const Setup& setup, std::uint64_t seed, std::uint64_t first,
+std::vector<MatchResult> playMatches(const Settings& setup, std::uint64_t seed, std::uint64_t first,
                                      std::uint64_t count, int jobs);
 
 // Direction d seen in a mirror that swaps columns c and 17 - c: up and down stay, left and

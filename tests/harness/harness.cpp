@@ -1,0 +1,347 @@
+#include "harness.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "match/events.h"
+#include "match/match.h"
+#include "ui/ui.h"
+
+namespace quorvel::harness {
+
+namespace {
+
+constexpr std::size_t kRecentSteps = 40;
+constexpr int kFullTime = 90 * 60;
+
+int clockSeconds(const MatchForm& f) {
+  return static_cast<int>(f.ClockMin) * 60 + static_cast<int>(std::lround(f.ClockSec * 100));
+}
+
+std::string clockText(int seconds) {
+  std::ostringstream s;
+  s << seconds / 60 << ":" << (seconds % 60 < 10 ? "0" : "") << seconds % 60;
+  return s.str();
+}
+
+}  // namespace
+
+Harness::Harness(std::uint64_t seed) : seed_(seed), rng_(seed) {
+  newProgram();
+  counts_.programs = 1;
+}
+
+void Harness::newProgram() {
+  form_ = newMatchForm(rng_());
+  controls_.clear();
+  forEachControl(*form_, [this](Control& c) { controls_.push_back(&c); });
+  ++counts_.programs;
+  seen_ = Seen{};
+  baseline();
+}
+
+void Harness::note(std::string what) {
+  if (recent_.size() == kRecentSteps) recent_.pop_front();
+  recent_.push_back(std::move(what));
+}
+
+bool Harness::breakPromise(std::string what) {
+  if (!failed()) fault_ = Fault{seed_, counts_.steps, std::move(what)};
+  return false;
+}
+
+std::string Harness::report() const {
+  std::ostringstream s;
+  s << "seed " << fault_.seed << ", step " << fault_.step << ": " << fault_.what
+    << "\nthe steps before it, oldest first:\n";
+  for (const auto& r : recent_) s << "  " << r << "\n";
+  return s.str();
+}
+
+bool Harness::run(std::int64_t steps) {
+  for (std::int64_t n = 0; n < steps && !failed(); ++n) takeStep();
+  return !failed();
+}
+
+void Harness::takeStep() {
+  ++counts_.steps;
+  act();
+  if (!failed()) check();
+}
+
+// ---- inputs ----------------------------------------------------------------------------------
+
+void Harness::act() {
+  MatchForm& f = *form_;
+  if (f.Ended) {
+    note("the program is started afresh");
+    newProgram();
+    return;
+  }
+  if (!f.Visible) {  // only the closing window is left
+    const int k = below(10);
+    if (k < 2) {
+      note("click LinksForm.CDend");
+      userClick(f, f.LinksForm.CDend);
+    } else if (k < 5) {
+      Control* c[] = {&f.LinksForm.Picture1, &f.LinksForm.Picture2, &f.LinksForm.Command1};
+      Control& pick = *c[below(3)];
+      note("click " + pick.name);
+      userClick(f, pick);
+    } else if (k < 6) {
+      note("click LinksForm");
+      if (f.LinksForm.Visible) LinksForm_Click(f);
+    } else {
+      advance(1 + below(20000));
+    }
+    return;
+  }
+
+  const int k = below(100);
+  if (k < 30) {
+    clickForPlay();
+  } else if (k < 40) {
+    clickSomething();
+  } else if (k < 55) {
+    pressKey();
+  } else if (k < 57) {
+    ScrollBar& bar = chance(0.5) ? f.Hai : f.Vai;
+    const int value = bar.Min - 3 + below(bar.Max - bar.Min + 7);
+    note("scroll " + bar.name + " to " + std::to_string(value));
+    userScroll(f, bar, value);
+  } else if (k < 59) {
+    static constexpr char kChars[] = "abcdefghijklmnopqrstuvwxyz ABCXYZ 0123456789-'.%\"#\t";
+    std::string text;
+    const int n = chance(0.1) ? 0 : below(chance(0.1) ? 200 : 20);
+    for (int i = 0; i < n; ++i)
+      text += chance(0.05) ? static_cast<char>(128 + below(128)) : kChars[below(sizeof kChars - 1)];
+    TextBox& box = f.Team[1 + below(2)];
+    note("edit " + box.name + " to \"" + text + "\"");
+    userEdit(f, box, text);
+  } else if (k < 60) {
+    note("one tick");
+    if (f.Sched.step(f.Sched.now() + 1000000)) ++counts_.ticks;
+  } else if (k < 62) {
+    advanceAtOnce(1 + below(100));
+  } else {
+    const int d = below(10);
+    advance(d < 6 ? 1 + below(60) : d < 9 ? 60 + below(3000) : 3000 + below(120000));
+  }
+}
+
+// The controls that move a match on, most often the die and the flags.
+void Harness::clickForPlay() {
+  MatchForm& f = *form_;
+  std::vector<Control*> flags;
+  for (int d = 0; d < 8; ++d)
+    if (f.CDdest[d].Visible) flags.push_back(&f.CDdest[d]);
+  Control* c;
+  const int k = below(100);
+  if (k < 8 && f.CDgo.Enabled)
+    c = &f.CDgo;
+  else if (k < 45)
+    c = &f.Cdice;
+  else if (k < 85 && !flags.empty())
+    c = flags[static_cast<std::size_t>(below(static_cast<int>(flags.size())))];
+  else if (k < 90)
+    c = &f.CHsub[static_cast<std::size_t>(below(4))];
+  else if (k < 95)
+    c = &f.OPForm[static_cast<std::size_t>(below(5) + (chance(0.5) ? 0 : 10))];
+  else {
+    Control* others[] = {&f.OpMode[0], &f.OpMode[1], &f.OpMode[2], &f.Ch50,
+                         &f.ChAuto,    &f.Chq,       &f.ChtenFIF,  &f.CDhm};
+    c = others[below(8)];
+  }
+  note("click " + c->name);
+  userClick(f, *c);
+}
+
+// Any control at all. Exit is rare, so that matches get played to the end between restarts.
+void Harness::clickSomething() {
+  MatchForm& f = *form_;
+  Control* c = controls_[static_cast<std::size_t>(below(static_cast<int>(controls_.size())))];
+  if (c == &f.CDend && !chance(0.1)) return clickForPlay();
+  note("click " + c->name);
+  userClick(f, *c);
+}
+
+void Harness::pressKey() {
+  const int k = below(100);
+  const int key = k < 60 ? '1' + below(9) : k < 75 ? '-' : below(256);
+  note("key " + std::to_string(key));
+  userKey(*form_, key);
+}
+
+// Virtual time moves on tick by tick, with every promise checked after each tick.
+void Harness::advance(Millis ms) {
+  note("advance " + std::to_string(ms));
+  MatchForm& f = *form_;
+  const Millis target = f.Sched.now() + ms;
+  const std::int64_t bound = tickBound(ms);
+  std::int64_t n = 0;
+  while (f.Sched.step(target)) {
+    ++counts_.ticks;
+    if (++n > bound) {
+      breakPromise("timer ticks kept coming: more than " + std::to_string(bound) + " in " +
+                   std::to_string(ms) + " ms");
+      return;
+    }
+    if (!check()) return;
+  }
+  f.Sched.setNow(target);
+}
+
+// The scheduler's own advance, in one go: only what can be judged afterwards is checked.
+void Harness::advanceAtOnce(Millis ms) {
+  note("advance " + std::to_string(ms) + " at once");
+  MatchForm& f = *form_;
+  const std::int64_t before = f.Sched.ticksRun();
+  if (!f.Sched.advance(ms, tickBound(ms))) {
+    breakPromise("the scheduler's advance of " + std::to_string(ms) + " ms did not complete");
+    return;
+  }
+  counts_.ticks += f.Sched.ticksRun() - before;
+  const int clock = clockSeconds(f);
+  if (f.GameOn != 0 && (clock < seen_.clock || clock > kFullTime))
+    breakPromise("the clock went from " + clockText(seen_.clock) + " to " + clockText(clock));
+  baseline();
+}
+
+// ---- promises --------------------------------------------------------------------------------
+
+void Harness::baseline() {
+  const MatchForm& f = *form_;
+  seen_.gameCount = f.GameCount;
+  seen_.clock = clockSeconds(f);
+  for (int s = 1; s <= 2; ++s) {
+    seen_.score[s] = textValue(f.Goals[s].Text);
+    seen_.shotsPending[s] = f.TimSc.Enabled() && f.GoalSide == s ? 1 : 0;
+  }
+  seen_.celebrating = f.TimSc.Enabled();
+  seen_.exchanging = f.TimSub.Enabled();
+  seen_.diceReady = f.DiceReady;
+  seen_.kicks = f.KickCount[1] + f.KickCount[2];
+}
+
+bool Harness::checkNow() {
+  return check();
+}
+
+bool Harness::check() {
+  const MatchForm& f = *form_;
+  if (failed()) return false;
+  if (f.GameOn == 0) {
+    baseline();
+    return true;
+  }
+
+  // A new match: everything it counts starts again.
+  if (f.GameCount != seen_.gameCount) {
+    ++counts_.starts;
+    seen_ = Seen{};
+    seen_.gameCount = f.GameCount;
+    seen_.diceReady = f.DiceReady;
+    seen_.kicks = f.KickCount[1] + f.KickCount[2];
+    seen_.celebrating = f.TimSc.Enabled();
+    seen_.exchanging = f.TimSub.Enabled();
+  }
+
+  // The side to play is the ball owner's side, at every moment of a match.
+  const double owner = f.BallOwner;
+  if (owner != std::floor(owner) || owner < 1 || owner > 22)
+    return breakPromise("the ball owner is " + std::to_string(owner));
+  const int side = sideOf(static_cast<int>(owner));
+  if (f.TeamTurn != side)
+    return breakPromise("side to play " + std::to_string(f.TeamTurn) + " but the ball is with " +
+                        std::to_string(static_cast<int>(owner)));
+
+  // A roll accepted: from the owner's square, during a match, while nobody walks.
+  if (seen_.diceReady == 1 && f.DiceReady == -1) {
+    ++counts_.rolls;
+    const int p = static_cast<int>(owner);
+    if (f.BallCol != f.PlayerCol[p] || f.BallRow != f.PlayerRow[p])
+      return breakPromise("a roll was accepted with the ball on (" + std::to_string(f.BallCol) +
+                          ", " + std::to_string(f.BallRow) + ") and its owner " +
+                          std::to_string(p) + " on (" + std::to_string(f.PlayerCol[p]) + ", " +
+                          std::to_string(f.PlayerRow[p]) + ")");
+    if (!f.GameEnd.empty()) return breakPromise("a roll was accepted after full time");
+    if (f.TimPlace.Enabled()) return breakPromise("a roll was accepted while players walk");
+    if (f.DiceValue < 1 || f.DiceValue > 6)
+      return breakPromise("the die shows " + std::to_string(f.DiceValue));
+    // Automatic play may have played an only flag at once, or tried to and set the count to 0
+    // although the flag click refused it: the flags themselves tell.
+    bool offered = f.KickFlag != -1;
+    for (int d = 0; d < 8; ++d) offered = offered || f.CDdest[d].Visible;
+    if (!offered) return breakPromise("a roll offered no flag");
+  }
+  seen_.diceReady = f.DiceReady;
+
+  // SetPlay has just run: every player on a square of his own on the pitch.
+  if (f.TimPlace.Enabled() && f.PlaceTicks == 0) {
+    for (int i = 1; i <= 22; ++i) {
+      if (f.PlayerCol[i] < 1 || f.PlayerCol[i] > 16 || f.PlayerRow[i] < 1 || f.PlayerRow[i] > 8)
+        return breakPromise("player " + std::to_string(i) + " was placed off the pitch");
+      for (int j = i + 1; j <= 22; ++j)
+        if (f.PlayerCol[i] == f.PlayerCol[j] && f.PlayerRow[i] == f.PlayerRow[j])
+          return breakPromise("players " + std::to_string(i) + " and " + std::to_string(j) +
+                              " were placed on the same square (" +
+                              std::to_string(static_cast<int>(f.PlayerCol[i])) + ", " +
+                              std::to_string(static_cast<int>(f.PlayerRow[i])) + ")");
+    }
+  }
+
+  // The clock never goes back and stops at 90:00, which is full time.
+  const int clock = clockSeconds(f);
+  if (clock < seen_.clock || clock > kFullTime)
+    return breakPromise("the clock went from " + clockText(seen_.clock) + " to " +
+                        clockText(clock));
+  if (clock == kFullTime && f.GameEnd.empty())
+    return breakPromise("the clock reads 90:00 and the match goes on");
+  if (clock == kFullTime && seen_.clock < kFullTime) ++counts_.fullTimes;
+  seen_.clock = clock;
+
+  const double kicks = f.KickCount[1] + f.KickCount[2];
+  if (kicks < seen_.kicks) return breakPromise("the count of kicks went down");
+  seen_.kicks = kicks;
+
+  // The score grows only by the goal of a shot that has arrived, one at a time.
+  if (f.TimSc.Enabled() && !seen_.celebrating) {
+    ++counts_.shots;
+    if (f.GoalSide != 1 && f.GoalSide != 2)
+      return breakPromise("a goal is celebrated without a goal side");
+    ++seen_.shotsPending[f.GoalSide];
+  }
+  seen_.celebrating = f.TimSc.Enabled();
+  for (int s = 1; s <= 2; ++s) {
+    const double score = textValue(f.Goals[s].Text);
+    if (score < seen_.score[s])
+      return breakPromise("side " + std::to_string(s) + "'s score went down from " +
+                          std::to_string(seen_.score[s]) + " to " + std::to_string(score));
+    if (score > seen_.score[s]) {
+      if (score != seen_.score[s] + 1 || seen_.shotsPending[s] < 1)
+        return breakPromise("side " + std::to_string(s) + "'s score went from " +
+                            std::to_string(static_cast<int>(seen_.score[s])) + " to " +
+                            std::to_string(static_cast<int>(score)) + " with " +
+                            std::to_string(seen_.shotsPending[s]) +
+                            " shot(s) of this match waiting to count");
+      --seen_.shotsPending[s];
+      ++counts_.goals;
+    }
+    seen_.score[s] = score;
+  }
+
+  // At most two substitutions a side in a match; never the keeper or the ball owner.
+  if (f.TimSub.Enabled() && !seen_.exchanging) {
+    ++counts_.subs;
+    const int off = static_cast<int>(f.SubOff);
+    if (off == 1 || off == 12 || off < 1 || off > 22 || off == static_cast<int>(owner))
+      return breakPromise("player " + std::to_string(off) + " was sent off for a substitute");
+    if (++seen_.subs[sideOf(off)] > 2)
+      return breakPromise("side " + std::to_string(sideOf(off)) +
+                          " started a third substitution in one match");
+  }
+  seen_.exchanging = f.TimSub.Enabled();
+  return true;
+}
+
+}  // namespace quorvel::harness

@@ -1,0 +1,97 @@
+// The randomised harness: seeded sequences of every input a person or the timers can produce,
+// with the game's promises checked after every input and every timer tick. The same seed
+// gives the same run, so a broken promise is reported as (seed, step) and replays exactly.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "match/match_form.h"
+
+namespace quorvel::harness {
+
+struct Counts {
+  std::int64_t steps = 0;   // inputs and advances
+  std::int64_t ticks = 0;   // timer ticks run
+  std::int64_t rolls = 0;   // rolls accepted
+  std::int64_t shots = 0;   // shots that reached a goal
+  std::int64_t goals = 0;   // goals counted on the score boards
+  std::int64_t subs = 0;    // substitutions started
+  std::int64_t starts = 0;  // matches started
+  std::int64_t fullTimes = 0;
+  std::int64_t programs = 1;  // the program was ended and started afresh
+};
+
+struct Fault {
+  std::uint64_t seed = 0;
+  std::int64_t step = 0;  // 1-based step during (or after) which the promise broke
+  std::string what;
+};
+
+class Harness {
+ public:
+  explicit Harness(std::uint64_t seed);
+
+  // Runs `steps` more steps; stops early and returns false at the first broken promise.
+  bool run(std::int64_t steps);
+
+  const Counts& counts() const { return counts_; }
+  const Fault& fault() const { return fault_; }
+  bool failed() const { return !fault_.what.empty(); }
+  // The latest steps, oldest first ("click Cdice", "key 5", "advance 1500").
+  std::vector<std::string> recent() const { return {recent_.begin(), recent_.end()}; }
+  // The whole report of a fault: seed, step, what broke and the steps before it.
+  std::string report() const;
+
+  // For the harness's own tests: the form under test and a check of every promise now.
+  MatchForm& form() { return *form_; }
+  bool checkNow();
+  void takeStep();
+  // Virtual time moves on `ms`, tick by tick, every promise checked after each tick.
+  void advance(Millis ms);
+
+  // Ticks one advance of `ms` may run: every timer at most once per interval of 15 ms or more,
+  // twice allowing for the tick at each end. More means a handler keeps re-arming its timer.
+  static std::int64_t tickBound(Millis ms) { return 11 * (ms / 15 + 2); }
+
+ private:
+  void newProgram();
+  void act();
+  void clickSomething();
+  void clickForPlay();
+  void pressKey();
+  void advanceAtOnce(Millis ms);
+  void note(std::string what);
+  bool breakPromise(std::string what);
+  void baseline();
+  bool check();
+
+  int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
+  bool chance(double p) { return std::uniform_real_distribution<double>(0, 1)(rng_) < p; }
+
+  std::uint64_t seed_;
+  std::mt19937_64 rng_;  // the person's hand; the game's dice are the form's own source
+  std::unique_ptr<MatchForm> form_;
+  std::vector<Control*> controls_;
+  Counts counts_;
+  Fault fault_;
+  std::deque<std::string> recent_;
+
+  // What the promises compare against: the state at the last check.
+  struct Seen {
+    Long gameCount = 0;
+    int clock = 0;  // seconds of match time
+    double score[3] = {0, 0, 0};
+    int shotsPending[3] = {0, 0, 0};  // arrived shots whose goal is not yet on the board
+    int subs[3] = {0, 0, 0};
+    bool celebrating = false, exchanging = false;
+    Single diceReady = 0;
+    double kicks = 0;
+  } seen_;
+};
+
+}  // namespace quorvel::harness

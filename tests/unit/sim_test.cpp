@@ -1,0 +1,158 @@
+// The simulator: matches reproduce from their seed on any number of threads, and the mirrored
+// computer plays exactly the computer's choices seen in a mirror.
+#include "sim.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <utility>
+
+#include "ai/ai.h"
+#include "match/events.h"
+#include "match/match.h"
+#include "shape/shape.h"
+#include "support.h"
+#include "turn_support.h"
+
+namespace quorvel::sim {
+namespace {
+
+TEST(Sim, MatchesReproduceFromTheirSeedOnAnyNumberOfThreads) {
+  Settings s;
+  s.iq = 3;
+  s.leftIq = 5;
+  const auto one = playMatches(s, 7, 10, 4, 1);
+  const auto three = playMatches(s, 7, 10, 4, 3);
+  ASSERT_EQ(one.size(), 4u);
+  ASSERT_EQ(three.size(), 4u);
+  for (std::size_t k = 0; k < one.size(); ++k) {
+    const MatchResult alone = playMatch(s, matchSeed(7, 10 + k));
+    for (const MatchResult* r : {&one[k], &three[k]}) {
+      EXPECT_TRUE(r->finished);
+      EXPECT_EQ(r->seed, alone.seed);
+      EXPECT_EQ(r->goals[1], alone.goals[1]);
+      EXPECT_EQ(r->goals[2], alone.goals[2]);
+      EXPECT_EQ(r->ticks, alone.ticks);
+      EXPECT_EQ(r->virtualMs, alone.virtualMs);
+    }
+    EXPECT_EQ(one[k].kicks, 360) << "a match of 15-second moves is 360 kicks";
+  }
+  EXPECT_NE(matchSeed(7, 0), matchSeed(7, 1));
+  EXPECT_NE(matchSeed(7, 0), matchSeed(8, 0));
+}
+
+TEST(Sim, EveryModeAndLeftPlayerFinishesItsMatches) {
+  for (Mode mode : {Mode::Free, Mode::Keys, Mode::AI})
+    for (LeftPlayer left : {LeftPlayer::Random, LeftPlayer::Mirror}) {
+      Settings s;
+      s.mode = mode;
+      s.left = left;
+      const Tally t = tally(playMatches(s, 3, 0, 2, 1));
+      EXPECT_EQ(t.unfinished, 0);
+      EXPECT_EQ(t.kicks, 720);
+      // Only the computer in the game against it substitutes; the people never do.
+      EXPECT_EQ(t.subs[1], 0);
+      if (mode != Mode::AI) {
+        EXPECT_EQ(t.subs[2], 0);
+      }
+    }
+}
+
+// Puts the players on distinct random squares, gives the ball to `owner` and rolls `die`.
+void randomPosition(MatchForm& f, std::mt19937& rng, int owner, int die) {
+  std::set<std::pair<int, int>> taken;
+  for (int i = 1; i <= 22; ++i) {
+    int c, r;
+    do {
+      c = std::uniform_int_distribution<int>(1, 16)(rng);
+      r = std::uniform_int_distribution<int>(1, 8)(rng);
+    } while (!taken.insert({c, r}).second);
+    test::putPlayer(f, i, c, r);
+  }
+  test::giveBall(f, owner, static_cast<int>(f.PlayerCol[owner]),
+                 static_cast<int>(f.PlayerRow[owner]));
+  f.Rnd.force({test::face(die)});
+  ClickDi(f);
+}
+
+// The same position seen in the mirror: columns c <-> 17 - c, the sides exchanged.
+void mirrorPosition(const MatchForm& from, MatchForm& to, int owner, int die) {
+  for (int i = 1; i <= 22; ++i) {
+    const int j = i <= 11 ? i + 11 : i - 11;
+    test::putPlayer(to, j, 17 - from.PlayerCol[i], from.PlayerRow[i]);
+  }
+  const int mirrorOwner = owner <= 11 ? owner + 11 : owner - 11;
+  test::giveBall(to, mirrorOwner, static_cast<int>(to.PlayerCol[mirrorOwner]),
+                 static_cast<int>(to.PlayerRow[mirrorOwner]));
+  to.Rnd.force({test::face(die)});
+  ClickDi(to);
+}
+
+TEST(Sim, TheMirroredChoiceIsTheComputersChoiceInTheMirror) {
+  std::mt19937 rng(2024);
+  for (int round = 0; round < 300; ++round) {
+    auto left = testing::matchReady(1);
+    auto right = testing::matchReady(2);
+    const int owner = std::uniform_int_distribution<int>(2, 11)(rng);
+    const int die = std::uniform_int_distribution<int>(1, 6)(rng);
+    const int iq = 1 + round % 6;
+    randomPosition(*left, rng, owner, die);
+    mirrorPosition(*left, *right, owner, die);
+    left->ClockMin = right->ClockMin = 30 + round % 60;
+    left->Goals[1].Text = "2";  // the left side leads: in the mirror the right side does
+    left->Goals[2].Text = "1";
+    right->GoalDiff = 1;
+    for (int d = 0; d < 8; ++d)
+      ASSERT_EQ(left->CDdest[d].Visible, right->CDdest[mirrorDirection(d)].Visible);
+
+    const auto cols = left->PlayerCol;
+    const Single aiFlag = left->AIFlag;
+    const Integer goalDiff = left->GoalDiff;
+    const auto shown = test::visibleFlags(*left);
+    left->Rnd.seed(round);
+    right->Rnd.seed(round);
+    const int mirrored = mirroredFlag(*left, iq);
+    const int computers = computerFlag(*right, iq);
+    EXPECT_EQ(mirrored, mirrorDirection(computers)) << "round " << round << ", IQ " << iq;
+    // The form is left as it was, apart from the draws made.
+    EXPECT_EQ(left->PlayerCol, cols);
+    EXPECT_EQ(test::visibleFlags(*left), shown);
+    EXPECT_EQ(left->GoalDiff, goalDiff);
+    EXPECT_EQ(left->AIFlag, aiFlag);
+  }
+}
+
+TEST(Sim, TheMirroredFormationIsTheComputersForTheLeftSide) {
+  auto f = testing::matchReady(1);
+  select(*f, f->OpMode[2]);
+  setScroll(*f, f->Hai, 2);  // IQ 2: by the score alone, "Defend" when ahead
+  f->Goals[1].Text = "1";
+  f->Goals[2].Text = "0";
+  const int rightBefore = selectedFormation(*f, 2);
+  EXPECT_EQ(mirroredFormation(*f, 2), 3);  // the left side's "Defend"
+  EXPECT_EQ(selectedFormation(*f, 1), 0) << "it selects nothing itself";
+  EXPECT_EQ(selectedFormation(*f, 2), rightBefore);
+  EXPECT_EQ(f->Hai.Value, 2);
+  EXPECT_EQ(f->Goals[1].Text, "1");
+
+  f->Goals[1].Text = "0";
+  f->Goals[2].Text = "3";
+  EXPECT_EQ(mirroredFormation(*f, 2), 4);  // behind: "Attack"
+
+  select(*f, f->OpMode[0]);
+  EXPECT_EQ(mirroredFormation(*f, 2), -1) << "the computer picks formations only against a person";
+}
+
+TEST(Sim, IqListsAreReadStrictly) {
+  std::vector<int> v;
+  EXPECT_TRUE(parseIqList("1-6", v));
+  EXPECT_EQ(v, (std::vector<int>{1, 2, 3, 4, 5, 6}));
+  EXPECT_TRUE(parseIqList("2,4-5", v));
+  EXPECT_EQ(v, (std::vector<int>{2, 4, 5}));
+  for (const char* bad : {"", "0", "7", "3-1", "1,", "a", "1-", "2,,3", "1-7"})
+    EXPECT_FALSE(parseIqList(bad, v)) << bad;
+}
+
+}  // namespace
+}  // namespace quorvel::sim
