@@ -15,7 +15,7 @@ namespace {
 constexpr int kFirstBox = 2;
 constexpr int kSecondBox = 3;
 
-bool open(const MatchForm& f, int box) {
+bool boxOpen(const MatchForm& f, int box) {
   return f.CHsub[box].Visible;
 }
 
@@ -32,15 +32,15 @@ int wholeIq(double iq) {
 // Before the counts: the lower IQs substitute by the clock alone.
 int earlyRule(const MatchForm& f, int iq) {
   if (iq != 1 && iq != 2) return -1;
-  if (open(f, kFirstBox) && minuteReached(f, 1, iq)) return kFirstBox;
-  if (iq == 2 && open(f, kSecondBox) && minuteReached(f, 2, iq)) return kSecondBox;
+  if (boxOpen(f, kFirstBox) && minuteReached(f, 1, iq)) return kFirstBox;
+  if (iq == 2 && boxOpen(f, kSecondBox) && minuteReached(f, 2, iq)) return kSecondBox;
   return -1;
 }
 
 // After the counts: the higher IQs read the pitch and the score.
 int lateRule(const MatchForm& f, int iq) {
-  const bool first = open(f, kFirstBox) && minuteReached(f, 1, iq);
-  const bool second = open(f, kSecondBox) && minuteReached(f, 2, iq);
+  const bool first = boxOpen(f, kFirstBox) && minuteReached(f, 1, iq);
+  const bool second = boxOpen(f, kSecondBox) && minuteReached(f, 2, iq);
   const bool notWinning = f.GoalDiff < 1;
   switch (iq) {
     case 3:
@@ -58,9 +58,9 @@ int lateRule(const MatchForm& f, int iq) {
     case 6:
       if (first && f.ThreatDiff > 0) return kFirstBox;
       if (second && notWinning && f.ThreatCount > 0) return kSecondBox;
-      if (open(f, kSecondBox) && f.ClockMin > 65 && f.ClockMin < 75 && f.GoalDiff < 0)
+      if (boxOpen(f, kSecondBox) && f.ClockMin > 65 && f.ClockMin < 75 && f.GoalDiff < 0)
         return kSecondBox;
-      if (open(f, kFirstBox) && f.ClockMin > 80 && f.GoalDiff <= 0) return kFirstBox;
+      if (boxOpen(f, kFirstBox) && f.ClockMin > 80 && f.GoalDiff <= 0) return kFirstBox;
       break;
   }
   return -1;
