@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <string>
 #include <thread>
 #include <vector>
@@ -150,6 +151,7 @@ int main(int argc, char** argv) {
   quorvel::sim::Tally all;
   long unfinished = 0;
   const auto start = std::chrono::steady_clock::now();
+  const std::clock_t cpuStart = std::clock();
   for (std::size_t r = 0; r < o.iqs.size(); ++r) {
     for (std::size_t c = 0; c < o.leftIqs.size(); ++c) {
       quorvel::sim::Settings s;
@@ -189,6 +191,7 @@ int main(int argc, char** argv) {
   }
   const double wall =
       std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  const double cpu = static_cast<double>(std::clock() - cpuStart) / CLOCKS_PER_SEC;
 
   std::printf("quorvel-sim: %ld matches, mode %s, computer IQ", all.matches, modeName(o.mode));
   for (int iq : o.iqs) std::printf(" %d", iq);
@@ -206,6 +209,9 @@ int main(int argc, char** argv) {
       "(%.2f s wall)\n",
       static_cast<double>(all.matches) / wall, all.virtualMinutes / wall,
       static_cast<double>(all.ticks) / wall / 1e6, wall);
+  // On a busy machine the wall clock counts other programs' time too.
+  std::printf("cpu: %.2f s, %.1f matches per cpu second\n", cpu,
+              cpu > 0 ? static_cast<double>(all.matches) / cpu : 0.0);
   if (unfinished > 0) {
     std::fprintf(stderr, "quorvel-sim: %ld matches did not finish\n", unfinished);
     return 1;
