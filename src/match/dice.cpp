@@ -108,7 +108,8 @@ void ClickDi(MatchForm& f) {
   f.CDcontest[1].Image = f.Di[7].Image;
   f.CDcontest[2].Image = f.Di[7].Image;
   f.ContestWin = 0;
-  if (f.TimPlace.Enabled()) return;
+  // The die waits while players walk to their places and while a substitute walks on.
+  if (f.TimPlace.Enabled() || f.TimSub.Enabled()) return;
   if (f.DiceReady == -1 || !f.GameEnd.empty()) return;
 
   f.PicGame.Visible = false;

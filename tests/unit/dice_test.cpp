@@ -126,6 +126,9 @@ TEST_F(Roll, UntimelyRollsChangeNothingButTheContestDice) {
   f.TimPlace.setEnabled(true);
   refused("players walking");
   f.TimPlace.setEnabled(false);
+  f.TimSub.setEnabled(true);
+  refused("substitute walking on");
+  f.TimSub.setEnabled(false);
   f.GameEnd = "ended";
   refused("after full time");
 
