@@ -69,7 +69,7 @@ void CDdest_Click(MatchForm& f, int index) {
     dist[i] = std::sqrt((f.TargetCol - f.PlayerCol[i]) * (f.TargetCol - f.PlayerCol[i]) +
                         (f.TargetRow - f.PlayerRow[i]) * (f.TargetRow - f.PlayerRow[i]));
     double rank = shirtOf(i) / 100.0;
-    if (sideOf(i) == f.TeamTurn) rank += 0.001;
+    if (sideOf(i) == roundIndex(f.TeamTurn)) rank += 0.001;
     if (rankMode(f)) dist[i] += rank;
     if (dist[i] < f.ReceiverDist) {
       f.Receiver = static_cast<Integer>(i);

@@ -115,7 +115,7 @@ void FormPaths::addVar(const char* name, T& v) {
   else
     t = Type::String;
   vars_[name] = Var{t, &v, 0, {0, 0}};
-  varOrder_.push_back(name);
+  varOrder_.emplace_back(name);
 }
 
 template <typename T, std::size_t N>

@@ -12,7 +12,7 @@ namespace {
 template <typename C>
 C& place(C& c, std::string name, double left, double top, double width, double height,
          Control* parent = nullptr) {
-  c.name = std::move(name);
+  static_cast<Control&>(c).name = std::move(name);
   c.parent = parent;
   c.Left = left;
   c.Top = top;
@@ -122,7 +122,8 @@ void teamPanels(MatchForm& f) {
   const char* caps[5] = {"Varied", "Norm", "Cup", "Defend", "Attack"};
   for (int k = 0; k < 5; ++k) {
     const double left = k % 2 == 0 ? 90 : 1470;
-    const double top = 360 + (k / 2) * 300;
+    const int row = k / 2;  // two buttons a row
+    const double top = 360 + row * 300;
     OptionButton& l = place(f.OPForm[k], at("OPForm", k), left, top, 1380, 285, &fra1);
     OptionButton& r = place(f.OPForm[10 + k], at("OPForm", 10 + k), left, top, 1380, 285, &fra2);
     l.Caption = r.Caption = caps[k];
