@@ -9,7 +9,7 @@ JOBS ?= $(shell nproc)
 # Debian packages the build and the tests need.
 PACKAGES := cmake ninja-build g++ make pkg-config googletest libgtest-dev libgmock-dev \
             libbenchmark-dev qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev \
-            clang-format xvfb xauth
+            clang-format clang-tidy xvfb xauth
 
 .PHONY: deps configure build run test bench soak clean
 
