@@ -266,6 +266,8 @@ bool Harness::check() {
                           std::to_string(f.PlayerRow[p]) + ")");
     if (!f.GameEnd.empty()) return breakPromise("a roll was accepted after full time");
     if (f.TimPlace.Enabled()) return breakPromise("a roll was accepted while players walk");
+    if (f.TimSub.Enabled() || f.SubTicks > 0)
+      return breakPromise("a roll was accepted while a substitute walks on");
     if (f.DiceValue < 1 || f.DiceValue > 6)
       return breakPromise("the die shows " + std::to_string(f.DiceValue));
     // Automatic play may have played an only flag at once, or tried to and set the count to 0

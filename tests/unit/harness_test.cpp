@@ -80,6 +80,14 @@ TEST_F(HarnessChecks, ARollMustStartFromTheOwnersSquare) {
   expectCaught("roll was accepted with the ball on");
 }
 
+TEST_F(HarnessChecks, NoRollWhileASubstituteWalksOn) {
+  MatchForm& f = h.form();
+  f.SubOff = 4;
+  f.TimSub.setEnabled(true);
+  f.DiceReady = -1;  // as if the die had taken a roll now
+  expectCaught("while a substitute walks on");
+}
+
 TEST_F(HarnessChecks, SetPlayMustLeaveEverySquareToOnePlayer) {
   MatchForm& f = h.form();
   SetPlay(f);
