@@ -14,7 +14,7 @@ using test::giveBall;
 
 // A match in progress (minute 10) with automatic play switched on.
 std::unique_ptr<MatchForm> automated(int side = 1) {
-  auto f = testing::matchReady(side);
+  auto f = test::matchReady(side);
   setValue(*f, f->ChAuto, 0);
   EXPECT_TRUE(f->TimAuto.Enabled());
   f->ClockMin = 10;
@@ -22,7 +22,7 @@ std::unique_ptr<MatchForm> automated(int side = 1) {
 }
 
 TEST(AutomaticPlay, NeverRollsAKickOff) {
-  auto f = testing::matchReady(1);
+  auto f = test::matchReady(1);
   setValue(*f, f->ChAuto, 0);
   f->Sched.advance(1000);
   EXPECT_EQ(f->DiceReady, 1) << "the first roll of the match is made by hand";
@@ -89,10 +89,10 @@ TEST(AutomaticPlay, AfterA5050BallTheRollIsByHand) {
 }
 
 TEST(AutomaticPlay, AgainstTheComputerItRollsForItButTheComputerClicks) {
-  auto f = testing::loadedForm();
+  auto f = test::loadedForm();
   select(*f, f->OpMode[2]);
-  testing::startMatch(*f, 2);
-  ASSERT_TRUE(testing::finishWalk(*f));
+  test::startMatch(*f, 2);
+  ASSERT_TRUE(test::finishWalk(*f));
   setValue(*f, f->ChAuto, 0);
   f->ClockMin = 31;
   f->Hai.Value = 2;
@@ -110,7 +110,7 @@ TEST(AutomaticPlay, AgainstTheComputerItRollsForItButTheComputerClicks) {
 }
 
 TEST(ComputerSettings, ARandomIqAlwaysDiffers) {
-  auto f = testing::loadedForm();
+  auto f = test::loadedForm();
   for (int start = 1; start <= 6; ++start) {
     std::set<int> seen;
     for (int k = 0; k < 100; ++k) {

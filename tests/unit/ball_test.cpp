@@ -11,7 +11,7 @@ using test::putPlayer;
 
 class Ball : public ::testing::Test {
  protected:
-  std::unique_ptr<MatchForm> match = testing::matchReady(1);
+  std::unique_ptr<MatchForm> match = test::matchReady(1);
   MatchForm& f = *match;
 
   void SetUp() override { test::clearPitch(f); }

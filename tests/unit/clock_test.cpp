@@ -10,7 +10,7 @@ namespace {
 
 class Clock : public ::testing::Test {
  protected:
-  std::unique_ptr<MatchForm> match = testing::matchReady(1);
+  std::unique_ptr<MatchForm> match = test::matchReady(1);
   MatchForm& f = *match;
 };
 
@@ -39,7 +39,7 @@ TEST_F(Clock, TenSecondMovesMakeSixAMinute) {
 TEST(ClockHalfTime, ComesAtExactly45MinutesWithTheOtherSidesKickOff) {
   for (const bool tenSeconds : {false, true}) {
     SCOPED_TRACE(tenSeconds ? "10-second moves" : "15-second moves");
-    auto other = testing::matchReady(2);
+    auto other = test::matchReady(2);
     MatchForm& f = *other;
     f.ChtenFIF.Value = tenSeconds ? 1 : 0;
     test::giveBall(f, 15, 3, 3);  // whoever has the ball

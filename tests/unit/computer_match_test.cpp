@@ -30,7 +30,7 @@ void personPlays(MatchForm& f, std::mt19937_64& person) {
 }
 
 Result playMatch(int iq, std::uint64_t seed) {
-  auto form = testing::loadedForm(seed);
+  auto form = test::loadedForm(seed);
   MatchForm& f = *form;
   select(f, f.OpMode[2]);
   setScroll(f, f.Hai, iq);

@@ -13,10 +13,10 @@ using test::putPlayer;
 
 // The right side to play against the computer, the kick-off walk over, the roll not made.
 std::unique_ptr<MatchForm> computerToPlay() {
-  auto f = testing::loadedForm();
+  auto f = test::loadedForm();
   select(*f, f->OpMode[2]);
-  testing::startMatch(*f, 2);
-  EXPECT_TRUE(testing::finishWalk(*f));
+  test::startMatch(*f, 2);
+  EXPECT_TRUE(test::finishWalk(*f));
   EXPECT_EQ(f->AIGo, 1);
   EXPECT_TRUE(f->TimAI.Enabled());
   return f;

@@ -12,7 +12,7 @@ using test::visibleFlags;
 
 class Roll : public ::testing::Test {
  protected:
-  std::unique_ptr<MatchForm> match = testing::matchReady(1);
+  std::unique_ptr<MatchForm> match = test::matchReady(1);
   MatchForm& f = *match;
 
   std::vector<int> offer(int owner, int col, int row, int die) {

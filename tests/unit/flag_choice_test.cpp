@@ -26,7 +26,7 @@ const int kAround[8][2] = {{9, 3}, {10, 3}, {10, 4}, {10, 5}, {9, 5}, {8, 5}, {8
 
 class FlagChoiceTest : public ::testing::Test {
  protected:
-  std::unique_ptr<MatchForm> form = testing::matchReady(2);
+  std::unique_ptr<MatchForm> form = test::matchReady(2);
   MatchForm& f = *form;
 
   // Only the computer's player 20 on the pitch, on (col, row); he rolls `die`.

@@ -21,7 +21,7 @@ struct Situation {
 };
 
 std::unique_ptr<MatchForm> vsComputer(const Situation& s) {
-  auto f = testing::loadedForm();
+  auto f = test::loadedForm();
   select(*f, f->OpMode[2]);
   for (int k = 0; k < 5; ++k) {
     f->OPForm[k].Value = k == s.personForm;
@@ -42,7 +42,7 @@ int chosen(const Situation& s) {
 
 TEST(FormAI, OutsideTheGameAgainstTheComputerNothingHappens) {
   for (int mode : {0, 1}) {
-    auto f = testing::loadedForm();
+    auto f = test::loadedForm();
     select(*f, f->OpMode[mode]);
     f->Hai.Value = 1;
     f->Goals[2].Text = "3";

@@ -8,7 +8,7 @@ namespace {
 
 class Goal : public ::testing::Test {
  protected:
-  std::unique_ptr<MatchForm> match = testing::matchReady(1);
+  std::unique_ptr<MatchForm> match = test::matchReady(1);
   MatchForm& f = *match;
   int repaints = 0;
 
@@ -74,7 +74,7 @@ TEST_F(Goal, TheGoalMouthDecidesWhoScoresNotTheShooter) {
   EXPECT_EQ(f.Goals[1].Text, "1");
   EXPECT_EQ(f.BallOwner, 20);
 
-  testing::finishWalk(f);
+  test::finishWalk(f);
   shoot(9, false);  // a left player into his own goal
   celebrate();
   EXPECT_EQ(f.Goals[2].Text, "1");
@@ -92,7 +92,7 @@ TEST_F(Goal, TheScoreIsReadFromItsBox) {
   EXPECT_EQ(f.Goals[2].Text, "2");
   EXPECT_EQ(f.GoalDiff, -1);
 
-  testing::finishWalk(f);
+  test::finishWalk(f);
   f.Goals[2].Text = "";  // no number reads as 0
   shoot(9, false);
   celebrate();
@@ -108,7 +108,7 @@ TEST_F(Goal, TheFlashCarriesItsPhaseIntoTheNextGoal) {
   celebrate();
   EXPECT_EQ(f.CheerFlip, 1) << "eleven flashes leave it turned";
 
-  testing::finishWalk(f);
+  test::finishWalk(f);
   shoot(9, true);
   flash();
   EXPECT_EQ(f.Player[5].BackColor, second);
@@ -123,7 +123,7 @@ TEST_F(Goal, AgainstTheComputerItsKickOffStartsItsTurn) {
   EXPECT_TRUE(f.TimAI.Enabled());
   EXPECT_EQ(f.TimAI.Interval(), 1250);
 
-  testing::finishWalk(f);
+  test::finishWalk(f);
   shoot(9, false);  // as if the left side had the ball again
   for (int t = 1; t <= 11; ++t) flash();
   f.AIGo = 1;  // the computer's turn is pending when the left side must kick off

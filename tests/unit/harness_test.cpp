@@ -57,8 +57,8 @@ class HarnessChecks : public ::testing::Test {
  protected:
   void SetUp() override {
     MatchForm& f = h.form();
-    testing::startMatch(f, 1);
-    ASSERT_TRUE(testing::finishWalk(f));
+    test::startMatch(f, 1);
+    ASSERT_TRUE(test::finishWalk(f));
     ASSERT_TRUE(h.checkNow()) << h.report();
   }
   void expectCaught(const std::string& words) {
@@ -104,7 +104,7 @@ TEST_F(HarnessChecks, TheClockMustNotGoBackNorPass90) {
   expectCaught("clock went from 30:00 to 29:00");
 
   Harness late(6);
-  testing::startMatch(late.form(), 2);
+  test::startMatch(late.form(), 2);
   late.form().ClockMin = 90;
   late.form().ClockSec = 0.15;
   EXPECT_FALSE(late.checkNow());

@@ -7,9 +7,9 @@
 namespace quorvel {
 namespace {
 
-using testing::finishWalk;
-using testing::loadedForm;
-using testing::startMatch;
+using test::finishWalk;
+using test::loadedForm;
+using test::startMatch;
 
 constexpr char kFlagKey[8] = {'8', '9', '6', '3', '2', '1', '4', '7'};
 

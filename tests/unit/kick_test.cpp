@@ -14,7 +14,7 @@ using test::visibleFlags;
 
 class Kick : public ::testing::Test {
  protected:
-  std::unique_ptr<MatchForm> match = testing::matchReady(1);
+  std::unique_ptr<MatchForm> match = test::matchReady(1);
   MatchForm& f = *match;
 
   void SetUp() override { test::clearPitch(f); }

@@ -11,7 +11,7 @@
 namespace quorvel {
 namespace {
 
-using testing::loadedForm;
+using test::loadedForm;
 
 constexpr Colour kRed = RGB(252, 0, 0), kWhite = RGB(252, 252, 252);
 constexpr Colour kCyan = RGB(0, 252, 252), kBlue = RGB(0, 0, 252);
@@ -42,7 +42,7 @@ TEST(Rainbow, TheSubstitutePieceKeepsItsOwnColours) {
 }
 
 TEST(Swatches, AClickRecoloursUnlessLockedAndHandsTheFocusToTheDie) {
-  auto f = testing::matchReady(1);
+  auto f = test::matchReady(1);
   f->ActiveControl = "cdr";
   userClick(*f, f->RainB[0]);
   EXPECT_NE(f->RainB[0].BackColor, kRed);
@@ -197,7 +197,7 @@ TEST(TeamButtons, ContestButtonsRedrawOneSideAndRandomTeamsBoth) {
 }
 
 TEST(TeamPanel, LocksNamesAndColoursAfterMinuteFourOnceBothSidesAreNamed) {
-  auto f = testing::matchReady(1);
+  auto f = test::matchReady(1);
   f->ClockMin = 5;
   f->Sched.advance(1000);
   EXPECT_EQ(f->EditLock, 1) << "names still the defaults";
@@ -214,7 +214,7 @@ TEST(TeamPanel, LocksNamesAndColoursAfterMinuteFourOnceBothSidesAreNamed) {
 }
 
 TEST(TeamPanel, HoldsOffWhileAGoalIsCelebrated) {
-  auto f = testing::matchReady(1);
+  auto f = test::matchReady(1);
   f->TimSc.setEnabled(true);
   f->GoalSide = 1;
   f->Player[4].BackColor = RGB(9, 9, 9);  // mid-flash
@@ -224,7 +224,7 @@ TEST(TeamPanel, HoldsOffWhileAGoalIsCelebrated) {
 }
 
 TEST(Help, ShowsTheFullTextAndChangesNothing) {
-  auto f = testing::matchReady(2);
+  auto f = test::matchReady(2);
   const Millis now = f->Sched.now();
   userClick(*f, f->CDhelp);
   EXPECT_EQ(f->LastMessage.Title, "Free Quorvel");
@@ -242,8 +242,8 @@ TEST(Help, ShowsTheFullTextAndChangesNothing) {
 }
 
 TEST(Banners, SlideIntoPlaceAfterStartAndJumpWithQuickplay) {
-  auto f = testing::loadedForm();
-  testing::startMatch(*f, 1);
+  auto f = test::loadedForm();
+  test::startMatch(*f, 1);
   f->Sched.advance(15);
   EXPECT_EQ(f->Banner[0].Top, 5560 + 90);
   EXPECT_EQ(f->Banner[1].Top, 6700 + 45);
@@ -251,16 +251,16 @@ TEST(Banners, SlideIntoPlaceAfterStartAndJumpWithQuickplay) {
   EXPECT_EQ(f->Banner[0].Top, 9160);
   EXPECT_EQ(f->Banner[1].Top, 10300);
 
-  auto g = testing::loadedForm();
+  auto g = test::loadedForm();
   g->Chq.Value = 1;
-  testing::startMatch(*g, 1);
+  test::startMatch(*g, 1);
   g->Sched.advance(15);
   EXPECT_EQ(g->Banner[0].Top, 9160);
   EXPECT_EQ(g->Banner[1].Top, 10300);
 
-  auto h = testing::loadedForm();  // a banner already at its place is not switched on
+  auto h = test::loadedForm();  // a banner already at its place is not switched on
   h->Banner[0].Top = 9200;
-  testing::startMatch(*h, 1);
+  test::startMatch(*h, 1);
   EXPECT_FALSE(h->TimBan.Enabled());
 }
 

@@ -11,8 +11,8 @@
 namespace quorvel {
 namespace {
 
-using testing::loadedForm;
-using testing::startMatch;
+using test::loadedForm;
+using test::startMatch;
 
 // A draw that lands on offset k of a range of n values.
 double pick(int k, int n) {
@@ -384,7 +384,7 @@ TEST(SetPlay, QuickplayPutsPicturesOnTheirSquaresExceptDuringASubstitution) {
   f->Chq.Value = 1;
   f->TeamTurn = 2;
   SetPlay(*f);
-  for (int i = 1; i <= 22; ++i) EXPECT_TRUE(testing::onSquare(*f, i)) << i;
+  for (int i = 1; i <= 22; ++i) EXPECT_TRUE(test::onSquare(*f, i)) << i;
   EXPECT_TRUE(f->TimPlace.Enabled());
 
   auto g = loadedForm();

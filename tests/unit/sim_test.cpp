@@ -92,8 +92,8 @@ void mirrorPosition(const MatchForm& from, MatchForm& to, int owner, int die) {
 TEST(Sim, TheMirroredChoiceIsTheComputersChoiceInTheMirror) {
   std::mt19937 rng(2024);
   for (int round = 0; round < 300; ++round) {
-    auto left = testing::matchReady(1);
-    auto right = testing::matchReady(2);
+    auto left = test::matchReady(1);
+    auto right = test::matchReady(2);
     const int owner = std::uniform_int_distribution<int>(2, 11)(rng);
     const int die = std::uniform_int_distribution<int>(1, 6)(rng);
     const int iq = 1 + round % 6;
@@ -124,7 +124,7 @@ TEST(Sim, TheMirroredChoiceIsTheComputersChoiceInTheMirror) {
 }
 
 TEST(Sim, TheMirroredFormationIsTheComputersForTheLeftSide) {
-  auto f = testing::matchReady(1);
+  auto f = test::matchReady(1);
   select(*f, f->OpMode[2]);
   setScroll(*f, f->Hai, 2);  // IQ 2: by the score alone, "Defend" when ahead
   f->Goals[1].Text = "1";

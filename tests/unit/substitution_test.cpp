@@ -10,9 +10,9 @@
 namespace quorvel {
 namespace {
 
-using testing::finishWalk;
-using testing::matchReady;
-using testing::onSquare;
+using test::finishWalk;
+using test::matchReady;
+using test::onSquare;
 
 // The draw that makes MakeSub pick `player` (2..11 or 13..22).
 double drawOff(int player) {
@@ -125,7 +125,7 @@ TEST(MakeSub, TheKeeperAndTheBallOwnerNeverLeave) {
 }
 
 TEST(MakeSub, BeforeTheFirstStartThereIsNobodyToTakeOff) {
-  auto f = testing::loadedForm();
+  auto f = test::loadedForm();
   MakeSub(*f);
   EXPECT_EQ(f->SubOff, 0);
   EXPECT_FALSE(f->Player[0].Visible);

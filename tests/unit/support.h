@@ -9,7 +9,7 @@
 #include "match/match.h"
 #include "match/match_form.h"
 
-namespace quorvel::testing {
+namespace quorvel::test {
 
 inline std::unique_ptr<MatchForm> loadedForm(std::uint64_t seed = 1) {
   return newMatchForm(seed);
@@ -46,4 +46,4 @@ inline bool onSquare(const MatchForm& f, int player) {
          f.Player[player].Top == playerTop(f.PlayerRow[player]);
 }
 
-}  // namespace quorvel::testing
+}  // namespace quorvel::test

@@ -24,7 +24,7 @@ void parkAll(MatchForm& f) {
 }
 
 TEST(Threat, EachSideIsCountedOnTheMirrorImageOfTheOther) {
-  auto f = testing::loadedForm();
+  auto f = test::loadedForm();
   for (int row = 1; row <= 8; ++row)
     for (int col = 1; col <= 16; ++col) {
       parkAll(*f);
@@ -39,7 +39,7 @@ TEST(Threat, EachSideIsCountedOnTheMirrorImageOfTheOther) {
 }
 
 TEST(Threat, KeepersTheSubstituteAndTheOtherSideAreNeverCounted) {
-  auto f = testing::loadedForm();
+  auto f = test::loadedForm();
   parkAll(*f);
   putPlayer(*f, 1, 12, 4);
   putPlayer(*f, 12, 3, 4);

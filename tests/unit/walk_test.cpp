@@ -7,10 +7,10 @@
 namespace quorvel {
 namespace {
 
-using testing::finishWalk;
-using testing::loadedForm;
-using testing::onSquare;
-using testing::startMatch;
+using test::finishWalk;
+using test::loadedForm;
+using test::onSquare;
+using test::startMatch;
 
 // Every player already on his square, the ball in its resting box: the walk is ready to end.
 std::unique_ptr<MatchForm> standingStill() {
@@ -150,7 +150,7 @@ TEST(FormationButtons, EachSideRePlansOnceDuringAWalkAndAgainOnlyAfterARoll) {
 }
 
 TEST(FormationButtons, OutsideAWalkOnlyTheSelectionAndColoursChange) {
-  auto f = testing::matchReady(1);
+  auto f = test::matchReady(1);
   const double before = f->PlayerCol[2];
   userClick(*f, f->OPForm[4]);
   EXPECT_TRUE(f->OPForm[4].Value);
