@@ -1,6 +1,5 @@
 // The goal celebration: the scorers flash their two colours for eleven ticks, then the goal
 // is counted and the side that conceded kicks off.
-#include <cctype>
 #include <charconv>
 #include <string>
 
@@ -12,25 +11,6 @@
 namespace quorvel {
 
 namespace {
-
-// The leading number of a score box; an empty or non-numeric text counts as 0.
-double textValue(const std::string& text) {
-  std::size_t i = 0;
-  while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i]))) ++i;
-  std::size_t end = i;
-  if (end < text.size() && (text[end] == '+' || text[end] == '-')) ++end;
-  const std::size_t digits = end;
-  while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end]))) ++end;
-  if (end < text.size() && text[end] == '.') {
-    ++end;
-    while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end]))) ++end;
-  }
-  if (end == digits || (end == digits + 1 && text[digits] == '.')) return 0;
-  double value = 0;
-  const char* first = text.data() + i + (text[i] == '+' ? 1 : 0);
-  std::from_chars(first, text.data() + end, value);
-  return value;
-}
 
 std::string plainNumber(double v) {
   char buf[32];
