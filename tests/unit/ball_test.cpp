@@ -9,18 +9,7 @@ namespace {
 using test::giveBall;
 using test::putPlayer;
 
-class Ball : public ::testing::Test {
- protected:
-  std::unique_ptr<MatchForm> match = test::matchReady(1);
-  MatchForm& f = *match;
-
-  void SetUp() override { test::clearPitch(f); }
-
-  void kick(int owner, int col, int row, int die, int flag, std::vector<double> more = {}) {
-    test::kick(f, owner, col, row, die, flag, more);
-  }
-  void ticks(int n) { f.Sched.advance(n * 15); }
-};
+class Ball : public test::ClearPitch {};
 
 TEST_F(Ball, APassEndsWithTheReceiverOnTheTargetSquare) {
   putPlayer(f, 10, 11, 5);

@@ -12,17 +12,7 @@ using test::giveBall;
 using test::putPlayer;
 using test::visibleFlags;
 
-class Kick : public ::testing::Test {
- protected:
-  std::unique_ptr<MatchForm> match = test::matchReady(1);
-  MatchForm& f = *match;
-
-  void SetUp() override { test::clearPitch(f); }
-
-  void kick(int owner, int col, int row, int die, int flag, std::vector<double> more = {}) {
-    test::kick(f, owner, col, row, die, flag, more);
-  }
-};
+class Kick : public test::ClearPitch {};
 
 TEST_F(Kick, TheKickerChasesHisOwnBallWhenNobodyIsNearer) {
   const int cols[8] = {8, 11, 11, 11, 8, 5, 5, 5};

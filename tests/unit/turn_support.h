@@ -80,4 +80,17 @@ inline bool land(MatchForm& f) {
   return runUntil(f, [&f] { return f.KickFlag == -1; });
 }
 
+// A match under way with everybody cleared off the pitch; each test places whom it needs.
+class ClearPitch : public ::testing::Test {
+ protected:
+  std::unique_ptr<MatchForm> match = matchReady(1);
+  MatchForm& f = *match;
+
+  void SetUp() override { clearPitch(f); }
+  void kick(int owner, int col, int row, int die, int flag, std::vector<double> more = {}) {
+    test::kick(f, owner, col, row, die, flag, more);
+  }
+  void ticks(int n) { f.Sched.advance(n * 15); }
+};
+
 }  // namespace quorvel::test
