@@ -100,7 +100,7 @@ double percent(long part, long whole) {
   return whole > 0 ? 100.0 * static_cast<double>(part) / static_cast<double>(whole) : 0.0;
 }
 
-void printSummary(const Options& o, const quorvel::sim::Tally& t) {
+void printSummary(const quorvel::sim::Tally& t) {
   const double n = static_cast<double>(t.matches);
   std::printf("              left    right\n");
   std::printf("wins     %8ld %8ld   (%.1f%% / %.1f%%)\n", t.wins[1], t.wins[2],
@@ -111,18 +111,22 @@ void printSummary(const Options& o, const quorvel::sim::Tally& t) {
   std::printf("subs     %8ld %8ld\n", t.subs[1], t.subs[2]);
   std::printf("kicks a match %.1f, virtual minutes a match %.2f\n",
               static_cast<double>(t.kicks) / n, t.virtualMinutes / n);
-  (void)o;
 }
 
 // The IQ table: for every pairing, the computer's (right side's) results against the left.
 void printTable(const Options& o, const std::vector<std::vector<quorvel::sim::Tally>>& cells) {
+  const bool mirror = o.left == LeftPlayer::Mirror;
   std::printf(
-      "\nThe computer (right, rows: its IQ) against the mirrored computer (left, columns: its "
-      "IQ),\n%ld matches a cell; the computer's wins / draws / losses in per cent, then goals a "
-      "match for : against\n",
-      o.matches);
+      "\nThe computer (right, rows: its IQ) against %s,\n%ld matches a cell; the computer's "
+      "wins / draws / losses in per cent, then goals a match for : against\n",
+      mirror ? "the mirrored computer (left, columns: its IQ)" : "random play (left)", o.matches);
   std::printf("IQ ");
-  for (int l : o.leftIqs) std::printf("| left %d                      ", l);
+  for (int l : o.leftIqs) {
+    if (mirror)
+      std::printf("| left %d                      ", l);
+    else
+      std::printf("| random                      ");
+  }
   std::printf("\n");
   for (std::size_t r = 0; r < o.iqs.size(); ++r) {
     std::printf("%2d ", o.iqs[r]);
@@ -202,8 +206,8 @@ int main(int argc, char** argv) {
     for (int iq : o.leftIqs) std::printf(" %d", iq);
   }
   std::printf(", seed %llu, jobs %d\n", static_cast<unsigned long long>(o.seed), o.jobs);
-  printSummary(o, all);
-  if (o.left == LeftPlayer::Mirror) printTable(o, cells);
+  printSummary(all);
+  if (o.left == LeftPlayer::Mirror || o.iqs.size() > 1) printTable(o, cells);
   std::printf(
       "\nthroughput: %.1f matches/s, %.0f virtual minutes per wall second, %.2f M ticks/s "
       "(%.2f s wall)\n",
