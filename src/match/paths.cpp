@@ -134,6 +134,20 @@ void FormPaths::addVar(const char* name, std::array<std::array<Integer, 7>, 3>& 
   v.size[1] = 7;
 }
 
+namespace {
+
+constexpr Domain kDomains[] = {
+    {"TeamTurn", 0, 2, -1e9},   {"BallOwner", 0, 22, -1e9},  {"Receiver", 0, 22, -1e9},
+    {"SubOff", 0, 22, -1e9},    {"KickFlag", -1, 7, -1e9},   {"GoalFlag", -1, 7, -1e9},
+    {"GoalSide", 0, 2, -1e9},   {"AIFlag", -1, 7, -1e9},     {"OnlyFlag", 0, 7, 11},
+    {"DiceValue", 0, 7, -1e9},  {"KickOffSide", 0, 2, -1e9}, {"HeadPick", 0, 150, -1e9},
+    {"TailPick", 0, 150, -1e9}, {"PlayerCol", 0, 17, -1e9},  {"PlayerRow", 0, 9, -1e9},
+    {"BallCol", 0, 17, -1e9},   {"BallRow", 0, 9, -1e9},     {"TargetCol", 0, 17, -1e9},
+    {"TargetRow", 0, 9, -1e9},  {"FlagDx", 0, 17, -1e9},     {"FlagDy", 0, 9, -1e9},
+};
+
+}  // namespace
+
 FormPaths::FormPaths(MatchForm& f) : f_(f) {
 #define QV(name) addVar(#name, f.name)
   QV(GameOn), QV(GameEnd), QV(GameCount), QV(KickOffSide), QV(TimiCount), QV(DiceReady);
@@ -150,6 +164,7 @@ FormPaths::FormPaths(MatchForm& f) : f_(f) {
   QV(ColRed), QV(ColGreen), QV(ColBlue), QV(RedStep), QV(GreenStep), QV(BlueStep);
   QV(TeamName), QV(HeadPick), QV(TailPick), QV(NameHead), QV(NameTail), QV(EditLock);
 #undef QV
+  for (const Domain& d : kDomains) vars_.at(d.name).domain = &d;
 
   forEachControl(f, [this](Control& c) {
     controls_[c.name] = &c;
@@ -234,6 +249,7 @@ std::string FormPaths::resolveVar(std::string_view path, Field& out) const {
       break;
   }
   out = Field{v.type, static_cast<char*>(v.base) + offset * static_cast<long>(elem)};
+  out.domain = v.domain;
   return {};
 }
 
@@ -383,6 +399,14 @@ bool numeric(FormPaths::Type t) {
   return t == T::Int16 || t == T::Int32 || t == T::Int || t == T::Float || t == T::Double;
 }
 
+std::string outsideDomain(const FormPaths::Field& fl, double v) {
+  const Domain* d = fl.domain;
+  if (d == nullptr || (v >= d->lo && v <= d->hi) || v == d->extra) return {};
+  std::string range = formatNumber(d->lo) + ".." + formatNumber(d->hi);
+  if (d->extra != -1e9) range += " or " + formatNumber(d->extra);
+  return "value " + formatNumber(v) + " out of range " + range + " for " + quoted(d->name);
+}
+
 // Checks that `text` fits the field; writes it only when `write` is set. Returns the reason it
 // does not fit, or "".
 std::string store(const FormPaths::Field& fl, std::string_view text, bool write) {
@@ -415,6 +439,7 @@ std::string store(const FormPaths::Field& fl, std::string_view text, bool write)
       if (v < lo || v > hi)
         return "value " + std::to_string(v) + " out of range " + std::to_string(lo) + ".." +
                std::to_string(hi);
+      if (auto err = outsideDomain(fl, static_cast<double>(v)); !err.empty()) return err;
       if (write) {
         if (fl.type == T::Int16)
           *static_cast<Integer*>(fl.p) = static_cast<Integer>(v);
@@ -428,12 +453,14 @@ std::string store(const FormPaths::Field& fl, std::string_view text, bool write)
     case T::Float: {
       float v;
       if (!parseReal(text, v)) return wrongKind("a number");
+      if (auto err = outsideDomain(fl, v); !err.empty()) return err;
       if (write) *static_cast<Single*>(fl.p) = v;
       return {};
     }
     case T::Double: {
       double v;
       if (!parseReal(text, v)) return wrongKind("a number");
+      if (auto err = outsideDomain(fl, v); !err.empty()) return err;
       if (write) *static_cast<double*>(fl.p) = v;
       return {};
     }

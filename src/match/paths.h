@@ -14,6 +14,14 @@
 
 namespace quorvel {
 
+// The values a script may write into a variable that the rules use to pick a player, a flag, a
+// side, a die face or a square: anything else would reach past the end of the form's arrays.
+struct Domain {
+  const char* name;
+  double lo, hi;
+  double extra;  // one more allowed value outside lo..hi (OnlyFlag's "none"), or -1e9
+};
+
 class FormPaths {
  public:
   explicit FormPaths(MatchForm& f);
@@ -39,6 +47,7 @@ class FormPaths {
     const ScrollBar* bar = nullptr;  // a scroll bar's Value stays within Min..Max
     Timer* timer = nullptr;          // Enabled/Interval go through the timer's setters
     bool interval = false;
+    const Domain* domain = nullptr;  // the values a variable used as an index may take
   };
 
  private:
@@ -47,6 +56,7 @@ class FormPaths {
     void* base;
     int dims;     // 0, 1 or 2
     int size[2];  // extents
+    const Domain* domain = nullptr;
   };
   template <typename T>
   void addVar(const char* name, T& v);

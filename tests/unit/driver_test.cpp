@@ -41,6 +41,7 @@ TEST(Driver, ReadsAndWritesValuesInTheirOwnForms) {
       "set ClockSec 0.15\n"
       "get ClockSec\n"
       "expect ClockSec 0.150\n"
+      "set OnlyFlag 11\n"
       "set TeamTurn 0.1\n"
       "expect TeamTurn 0.1\n"  // a Single reads back in its own precision
       "get Cdice.BackColor\n"
@@ -73,6 +74,9 @@ TEST(Driver, BadInputStopsWithStatusTwoNamingTheLineAndTheProblem) {
       {"set BallCol 2.5", "not a whole number"},
       {"set BallCol 40000", "out of range"},
       {"set Chq.Value 2", "out of range 0..1"},
+      {"set BallOwner 300", "out of range 0..22 for 'BallOwner'"},
+      {"set OnlyFlag 9", "out of range 0..7 or 11"},
+      {"set PlayerCol(3) 1e300", "out of range 0..17"},
       {"set Hai.Value 9", "out of range 1..6"},
       {"set Cdice.Visible yes", "true or false"},
       {"set Cdice.BackColor red", "a colour #rrggbb"},
