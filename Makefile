@@ -41,7 +41,7 @@ bench: build
 SOAK_SEEDS ?= 1-10
 SOAK_STEPS ?= 50000
 soak: build
-	nice -n 10 ./$(BUILD)/tests/harness/quorvel-soak --seeds $(SOAK_SEEDS) --steps $(SOAK_STEPS)
+	nice -n 10 ./$(BUILD)/tools/harness/quorvel-soak --seeds $(SOAK_SEEDS) --steps $(SOAK_STEPS)
 
 clean:
 	rm -rf $(BUILD)
