@@ -19,7 +19,7 @@ namespace {
 
 constexpr double kTwipsPerPixel = 15;
 
-struct FontSpec {
+struct FontStyle {
   double px;  // pixel size at scale 1
   bool bold = false;
   bool italic = false;
@@ -29,7 +29,7 @@ bool startsWith(const std::string& s, const char* prefix) {
   return s.rfind(prefix, 0) == 0;
 }
 
-FontSpec fontFor(const Control& c) {
+FontStyle fontFor(const Control& c) {
   const std::string& n = c.name;
   if (startsWith(n, "Goals(")) return {34, true};
   if (startsWith(n, "TXgame(")) return {40, true};
@@ -406,11 +406,11 @@ void FormWindow::place(Binding& b) {
 }
 
 void FormWindow::applyFont(Binding& b) {
-  const FontSpec spec = fontFor(b.c);
+  const FontStyle style = fontFor(b.c);
   QFont font = b.w->font();
-  font.setBold(spec.bold);
-  font.setItalic(spec.italic);
-  double px = spec.px * scale_;
+  font.setBold(style.bold);
+  font.setItalic(style.italic);
+  double px = style.px * scale_;
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(px))));
   if (auto* edit = qobject_cast<QLineEdit*>(b.w)) {
     // A text longer than its box is shown smaller rather than cut off.
