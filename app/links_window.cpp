@@ -4,7 +4,6 @@
 #include <QMouseEvent>
 
 #include "match/events.h"
-#include "ui/ui.h"
 
 namespace quorvel {
 
@@ -35,8 +34,8 @@ void LinksWindow::mouseReleaseEvent(QMouseEvent* e) {
       pressed_ && e->button() == Qt::LeftButton && rect().contains(e->position().toPoint());
   pressed_ = false;
   e->accept();
-  if (click && f_.LinksForm.Visible && !f_.Ended) {
-    LinksForm_Click(f_);
+  if (click) {
+    userClickLinksForm(f_);
     emit handled();
   }
 }

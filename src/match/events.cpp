@@ -113,6 +113,11 @@ void userClick(MatchForm& f, Control& c) {
   }
 }
 
+void userClickLinksForm(MatchForm& f) {
+  if (f.Ended || !f.LinksForm.Visible) return;
+  LinksForm_Click(f);
+}
+
 void userKey(MatchForm& f, int keyAscii) {
   if (f.Ended || !f.Visible) return;
   Form_KeyPress(f, keyAscii);

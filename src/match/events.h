@@ -28,6 +28,8 @@ void raiseMouseDown(MatchForm& f, Control& c);
 // cannot be used: nothing happens.
 void userClick(MatchForm& f, Control& c);
 void userKey(MatchForm& f, int keyAscii);
+// A click on the closing window's background (not on one of its pictures or buttons).
+void userClickLinksForm(MatchForm& f);
 // Returns false when the box cannot be edited (locked, hidden or disabled).
 bool userEdit(MatchForm& f, TextBox& box, const std::string& text);
 void userScroll(MatchForm& f, ScrollBar& bar, int value);

@@ -298,7 +298,7 @@ TEST(Exit, TheClosingWindowAlternatesItsPicturesUntilItsOwnExit) {
   EXPECT_EQ(f->GameOn, 0);
   f->Sched.advance(7000);
   EXPECT_TRUE(f->LinksForm.Picture1.Visible);
-  LinksForm_Click(*f);
+  userClickLinksForm(*f);
   EXPECT_TRUE(f->LinksForm.Picture2.Visible);
   userClick(*f, f->LinksForm.Picture2);
   EXPECT_NE(f->LastPage.find("/soccer/"), std::string::npos);
@@ -308,6 +308,8 @@ TEST(Exit, TheClosingWindowAlternatesItsPicturesUntilItsOwnExit) {
   userClick(*f, f->LinksForm.CDend);
   EXPECT_TRUE(f->Ended);
   EXPECT_TRUE(quit);
+  userClickLinksForm(*f);  // the program has ended: no more input
+  EXPECT_TRUE(f->LinksForm.Picture2.Visible);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <istream>
+#include <map>
 #include <ostream>
 
 #include "ai/ai.h"
@@ -97,52 +98,47 @@ Driver::Status Driver::run(std::istream& in) {
   return kOk;
 }
 
+namespace {
+
+// The procedures a script may call: plain ones, the four counts (printed), and the two that take
+// an argument within a range.
+const std::map<std::string, void (*)(MatchForm&), std::less<>> kProcedures = {
+    {"SetPlay", SetPlay}, {"ClickDi", ClickDi}, {"TikTok", TikTok},   {"Rainbow", Rainbow},
+    {"FormAI", FormAI},   {"MakeSub", MakeSub}, {"Quorvel", Quorvel}, {"Webbit", Webbit}};
+const std::map<std::string, Integer (*)(const MatchForm&), std::less<>> kCounts = {
+    {"Threat", Threat}, {"ThreatAI", ThreatAI}, {"Terror", Terror}, {"TerrorAI", TerrorAI}};
+struct WithArgument {
+  int (*proc)(MatchForm&, int);
+  int lo, hi;
+};
+const std::map<std::string, WithArgument, std::less<>> kWithArgument = {{"Docol", {Docol, 0, 3}},
+                                                                        {"Namer", {Namer, 1, 2}}};
+
+}  // namespace
+
 Driver::Status Driver::call(const std::vector<std::string>& w, int lineNo) {
   MatchForm& f = *form_;
   const std::string& proc = w[1];
-  auto noArgs = [&]() { return w.size() == 2; };
-  auto printCount = [&](Integer n) {
-    out_ << n << std::endl;
-    return kOk;
-  };
-  if (proc == "Docol" || proc == "Namer") {
+  if (auto p = kWithArgument.find(proc); p != kWithArgument.end()) {
+    const WithArgument& a = p->second;
     int arg;
-    const bool docol = proc == "Docol";
     if (w.size() != 3 || !whole(w[2], arg))
       return error(lineNo, "call " + proc + " takes one whole number");
-    if (docol ? (arg < 0 || arg > 3) : (arg < 1 || arg > 2))
-      return error(lineNo,
-                   "call " + proc + ": " + w[2] + " is out of range " + (docol ? "0..3" : "1..2"));
-    docol ? Docol(f, arg) : Namer(f, arg);
+    if (arg < a.lo || arg > a.hi)
+      return error(lineNo, "call " + proc + ": " + w[2] + " is out of range " +
+                               std::to_string(a.lo) + ".." + std::to_string(a.hi));
+    a.proc(f, arg);
     return kOk;
   }
-  if (!noArgs()) return error(lineNo, "call " + proc + " takes no argument");
-  if (proc == "SetPlay")
-    SetPlay(f);
-  else if (proc == "ClickDi")
-    ClickDi(f);
-  else if (proc == "TikTok")
-    TikTok(f);
-  else if (proc == "Rainbow")
-    Rainbow(f);
-  else if (proc == "FormAI")
-    FormAI(f);
-  else if (proc == "MakeSub")
-    MakeSub(f);
-  else if (proc == "Quorvel")
-    Quorvel(f);
-  else if (proc == "Webbit")
-    Webbit(f);
-  else if (proc == "Threat")
-    return printCount(Threat(f));
-  else if (proc == "ThreatAI")
-    return printCount(ThreatAI(f));
-  else if (proc == "Terror")
-    return printCount(Terror(f));
-  else if (proc == "TerrorAI")
-    return printCount(TerrorAI(f));
-  else
+  const auto plain = kProcedures.find(proc);
+  const auto count = kCounts.find(proc);
+  if (plain == kProcedures.end() && count == kCounts.end())
     return error(lineNo, "unknown procedure '" + proc + "'");
+  if (w.size() != 2) return error(lineNo, "call " + proc + " takes no argument");
+  if (count != kCounts.end())
+    out_ << count->second(f) << std::endl;
+  else
+    plain->second(f);
   return kOk;
 }
 
@@ -181,7 +177,7 @@ Driver::Status Driver::execute(std::string_view line, int lineNo) {
   if (cmd == "click") {
     if (!arity(2, "click CONTROL")) return error(lineNo, reason);
     if (w[1] == "LinksForm") {
-      if (f.LinksForm.Visible && !f.Ended) LinksForm_Click(f);
+      userClickLinksForm(f);
       return kOk;
     }
     Control* c = paths_->control(w[1], &reason);

@@ -90,7 +90,7 @@ void Harness::act() {
       userClick(f, pick);
     } else if (k < 6) {
       note("click LinksForm");
-      if (f.LinksForm.Visible) LinksForm_Click(f);
+      userClickLinksForm(f);
     } else {
       advance(1 + below(20000));
     }
