@@ -220,6 +220,31 @@ Driver::Status Driver::execute(std::string_view line, int lineNo) {
       }
     }
   }
+  if (cmd == "place") {
+    int player, col, row;
+    if (!arity(4, "place PLAYER COL ROW")) return error(lineNo, reason);
+    if (!whole(w[1], player) || player < 1 || player > 22)
+      return error(lineNo, "place: player '" + w[1] + "' is not 1..22");
+    if (!whole(w[2], col) || col < 1 || col > 16 || !whole(w[3], row) || row < 1 || row > 8)
+      return error(lineNo, "place: square (" + w[2] + ", " + w[3] + ") is not on the pitch");
+    f.PlayerCol[player] = col;
+    f.PlayerRow[player] = row;
+    f.Player[player].Left = playerLeft(col);
+    f.Player[player].Top = playerTop(row);
+    return kOk;
+  }
+  if (cmd == "ball") {
+    int player;
+    if (!arity(2, "ball PLAYER")) return error(lineNo, reason);
+    if (!whole(w[1], player) || player < 1 || player > 22)
+      return error(lineNo, "ball: player '" + w[1] + "' is not 1..22");
+    f.BallOwner = static_cast<Single>(player);
+    f.TeamTurn = static_cast<Single>(sideOf(player));
+    f.BallCol = static_cast<Integer>(roundEven(f.PlayerCol[player]));
+    f.BallRow = static_cast<Integer>(roundEven(f.PlayerRow[player]));
+    f.DiceReady = 1;
+    return kOk;
+  }
   if (cmd == "call") {
     if (w.size() < 2) return error(lineNo, "usage: call PROC [ARG]");
     return call(w, lineNo);
