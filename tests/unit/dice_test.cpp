@@ -99,8 +99,7 @@ TEST_F(Roll, CountsTheOfferAndReleasesAutomaticPlayOnlyForAChoice) {
   EXPECT_EQ(f.Cdice.Image, "die6");
 
   f.DiceReady = 1;
-  offer(9, 8, 4, 1);
-  EXPECT_EQ(f.FlagCount, 8);
+  EXPECT_EQ(offer(9, 12, 4, 5), (std::vector<int>{2, 6}));  // a shot or back: a choice
   EXPECT_EQ(f.OnlyFlag, 11);
   EXPECT_EQ(f.AutoHold, 0);
 }
