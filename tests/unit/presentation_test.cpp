@@ -61,48 +61,6 @@ TEST(Swatches, AClickRecoloursUnlessLockedAndHandsTheFocusToTheDie) {
   EXPECT_EQ(f->ActiveControl, "cdr");
 }
 
-int rgbDistance(Colour a, Colour b) {
-  return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
-         std::abs(a.blue() - b.blue());
-}
-
-TEST(Docol, ColoursStayDistinctReadableAndOffTheGrass) {
-  auto f = loadedForm(11);
-  std::set<std::uint32_t> seen;
-  for (int round = 0; round < 500; ++round) {
-    const int i = round % 4;
-    Docol(*f, i);
-    Rainbow(*f);
-    const Colour c = f->RainB[i].BackColor;
-    seen.insert(c.rgb);
-    ASSERT_EQ(c.red() % 42, 0);
-    ASSERT_GE(rgbDistance(c, kPitchLight), 100);
-    ASSERT_GE(rgbDistance(c, kPitchDark), 100);
-    for (int j = 0; j < 4; ++j) {
-      if (j == i) continue;
-      const int need = (j ^ 1) == i ? 250 : 120;  // a team's own two colours contrast most
-      ASSERT_GE(rgbDistance(c, f->RainB[j].BackColor), need) << "swatches " << i << "," << j;
-    }
-  }
-  EXPECT_GT(seen.size(), 40u) << "the draw should offer a real variety";
-}
-
-TEST(Docol, EndsEvenWhenEveryDrawIsRefused) {
-  auto f = loadedForm();
-  // A thousand draws of pure green, none of them a kit colour: all refused.
-  std::vector<double> green;
-  for (int k = 0; k < 1000; ++k) {
-    green.insert(green.end(), {0.0, 0.99, 0.0, 0.99});  // levels (0, 5, 0), pick 17: no kit
-  }
-  f->Rnd.force(green);
-  Docol(*f, 0);
-  EXPECT_EQ(f->Rnd.forcedPending(), 0u);
-  Rainbow(*f);
-  const Colour c = f->RainB[0].BackColor;
-  EXPECT_GE(rgbDistance(c, kPitchDark), 100);
-  EXPECT_GE(rgbDistance(c, f->RainB[1].BackColor), 250);
-}
-
 // Forces Namer's four picks: tail 1, head 1, head 2, tail 2 (entries 1..130).
 void forceNames(MatchForm& f, int lo, int hi, std::initializer_list<int> entries) {
   std::vector<double> draws;
