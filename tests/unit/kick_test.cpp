@@ -175,21 +175,6 @@ TEST_F(Kick, AShotCountsForTheSideWhoseGoalItIsNotAndNobodyRuns) {
   }
 }
 
-TEST_F(Kick, AContestSlidesNamesAndScoresTogetherAndBackWhileA5050BoxLightsUp) {
-  putPlayer(f, 6, 10, 3);
-  putPlayer(f, 14, 10, 5);
-  const double team1 = f.Team[1].Left, goals2 = f.Goals[2].Left;
-  kick(9, 8, 4, 2, 2, {test::face(1), test::face(4)});
-  ticks(21);
-  EXPECT_EQ(f.Team[1].Left, team1 + 315);
-  EXPECT_EQ(f.Goals[2].Left, goals2 - 315);
-  ticks(22);  // KickTicks 17
-  EXPECT_EQ(f.Ch50.ForeColor, f.TXgame[0].ForeColor);
-  EXPECT_EQ(f.Team[1].Left, team1);
-  ticks(1);
-  EXPECT_EQ(f.Ch50.ForeColor, f.GreyGreen.ForeColor);
-}
-
 TEST_F(Kick, ASubstituteWalkingOnHoldsTheCountButNotTheBall) {
   kick(9, 8, 4, 2, 2);
   ticks(10);
