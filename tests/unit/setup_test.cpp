@@ -27,7 +27,9 @@ TEST(Load, AutomaticPlayIsOffAndTheStartUpCounterWraps) {
   EXPECT_EQ(f->DiceReady, -1);
   f->Sched.advance(45);
   EXPECT_EQ(f->TimiCount, 3);
-  f->TimiCount = 32760;
+  f->TimiCount = 32759;
+  f->Sched.advance(15);
+  EXPECT_EQ(f->TimiCount, 32760);
   f->Sched.advance(15);
   EXPECT_EQ(f->TimiCount, -32760);
 }
@@ -70,7 +72,10 @@ TEST(Start, TheComputerTakesARightSideKickOffAtOnceAndIgnoresALeftOne) {
 
 TEST(Start, TheMatchCountWrapsAfter9999AndTheNextMatchCountsAsAFirst) {
   auto f = loadedForm();
-  f->GameCount = 9999;
+  f->GameCount = 9998;
+  f->Rnd.force({0.9});
+  CDgo_Click(*f);
+  EXPECT_EQ(f->GameCount, 9999);
   f->Rnd.force({0.9, 0.9});  // 2, then the first-match draw 3 -> left
   CDgo_Click(*f);
   EXPECT_EQ(f->GameCount, 1);
