@@ -50,12 +50,12 @@ TEST(AutomaticPlay, AnOnlyFlagIsPlayedAndHoldsTheNextRollUntilARollOffersTwo) {
   EXPECT_EQ(f->AutoHold, 1);
   userClick(*f, f->CDdest[2]);
   ASSERT_TRUE(test::land(*f));
-  giveBall(*f, 9, 1, 1);
-  test::roll(*f, 1);  // three flags
+  giveBall(*f, 9, 12, 4);
+  test::roll(*f, 5);  // two flags: a shot to the right and a pass to the left
   EXPECT_EQ(f->AutoHold, 0);
   f->Sched.advance(500);
-  EXPECT_EQ(f->KickFlag, -1) << "several flags wait for the player";
-  userClick(*f, f->CDdest[2]);
+  EXPECT_EQ(f->KickFlag, -1) << "two flags wait for the player";
+  userClick(*f, f->CDdest[6]);
   ASSERT_TRUE(test::land(*f));
   f->Sched.advance(100);
   EXPECT_EQ(f->DiceReady, -1) << "automatic rolling has resumed";
