@@ -63,7 +63,7 @@ TEST(ComputerTurn, SubstitutionRulesByIqClockPitchAndScore) {
   const Situation cases[] = {  // a line or two for each IQ
       {1, 29, 0, true, true, {}, -1}, {1, 30, 0, true, true, {}, 2},
       {1, 80, -3, false, true, {}, -1}, {1, 34, 0, true, true, {}, 2},
-      {1, 51, 0, true, true, {}, 2},
+      {1, 51, 0, true, true, {}, 2}, {1, 89, 0, true, true, {}, -1},
       {2, 31, 0, true, true, {0, 0, 5, 5}, 2}, {2, 59, 0, false, true, {}, -1},
       {2, 60, 5, false, true, {}, 3}, {2, 35, 0, true, true, {}, -1},
       {3, 30, 0, true, true, {0, 2, 0, 0}, 2}, {3, 30, 0, true, true, {0, 2, 0, 1}, -1},

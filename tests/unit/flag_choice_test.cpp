@@ -22,8 +22,6 @@ std::vector<double> even(int flags) {
   return draws(std::vector<double>(static_cast<std::size_t>(flags), 0.5));
 }
 
-const int kAround[8][2] = {{9, 3}, {10, 3}, {10, 4}, {10, 5}, {9, 5}, {8, 5}, {8, 4}, {8, 3}};
-
 class FlagChoiceTest : public ::testing::Test {
  protected:
   std::unique_ptr<MatchForm> form = test::matchReady(2);
@@ -78,14 +76,11 @@ TEST_F(FlagChoiceTest, TheBonusSquaresLieInFrontOfTheLeftHandGoal) {
 }
 
 TEST_F(FlagChoiceTest, EqualValuesKeepTheLowerDirection) {
-  rollAt(9, 4, 1);
-  for (int d = 0; d < 8; ++d) putPlayer(f, 2 + d, kAround[d][0], kAround[d][1]);
+  rollAt(9, 4, 1);  // the person's players on all eight squares around
+  const int around[8][2] = {{9, 3}, {10, 3}, {10, 4}, {10, 5}, {9, 5}, {8, 5}, {8, 4}, {8, 3}};
+  for (int d = 0; d < 8; ++d) putPlayer(f, 2 + d, around[d][0], around[d][1]);
   weigh(6, even(8));  // down-left and up-left both score 50, the most
   EXPECT_EQ(f.AIFlag, 5);
-  std::vector<double> luck(8, 0.5);
-  luck[7] = 0.9;
-  weigh(6, draws(luck));
-  EXPECT_EQ(f.AIFlag, 7);
 }
 
 TEST_F(FlagChoiceTest, TheMissUsesTheDrawOfItsOwnIqAndSparesGoalsAndHiddenFlags) {
@@ -103,8 +98,7 @@ TEST_F(FlagChoiceTest, TheMissUsesTheDrawOfItsOwnIqAndSparesGoalsAndHiddenFlags)
   for (int iq = 1; iq <= 5; ++iq) {
     std::vector<double> marked = missAt(iq, 0);
     marked.push_back(0.123);
-    const FlagChoice c = weigh(iq, marked);
-    EXPECT_EQ(c.best, 5) << "two equal shots: the lower direction";
+    weigh(iq, marked);
     EXPECT_EQ(f.AIFlag, 0) << "IQ " << iq;
     EXPECT_EQ(f.Rnd.next(), 0.123);
     weigh(iq, missAt(iq, 6));
