@@ -66,6 +66,7 @@ TEST(ComputerTurn, SubstitutionRulesByIqClockPitchAndScore) {
       {1, 51, 0, true, true, {}, 2}, {1, 89, 0, true, true, {}, -1},
       {2, 31, 0, true, true, {0, 0, 5, 5}, 2}, {2, 59, 0, false, true, {}, -1},
       {2, 60, 5, false, true, {}, 3}, {2, 35, 0, true, true, {}, -1},
+      {2, 50, 0, true, true, {}, -1},
       {3, 30, 0, true, true, {0, 2, 0, 0}, 2}, {3, 30, 0, true, true, {0, 2, 0, 1}, -1},
       {3, 60, 0, false, true, {0, 3, 0, 0}, 3}, {3, 60, 1, false, true, {0, 3, 0, 0}, -1},
       {3, 59, 0, false, true, {0, 3, 0, 0}, -1}, {3, 50, 0, true, true, {2, 2, 0, 0}, -1},

@@ -9,49 +9,39 @@ namespace quorvel {
 namespace {
 
 TEST(Walk, LastsUntilEverythingIsInPlaceOrTheTimeOut) {
+  // Player 9 has the ball, his picture on (6795, 5535); the ball rests on (7515, 5355).
   struct Case {
     const char* what;
-    void (*arrange)(MatchForm&);
+    double shift;  // player 5's picture moved right and down
+    double ballLeft, ballTop;
+    int placeMode;  // 23 after a substitution: the ball goes to its owner's feet
     int ticks;
-    double ballLeft;
+    double ballLeftAfter;
   };
   const Case cases[] = {
-      {"nothing to move", [](MatchForm&) {}, 1, 7515},
-      {"one square diagonally",
-       [](MatchForm& f) {
-         f.Player[5].Left += 900;
-         f.Player[5].Top += 900;
-       },
-       60, 7515},
-      {"the ball one step out of its box", [](MatchForm& f) { f.Ball.Left = 7545; }, 2, 7530},
-      {"the ball off the grid", [](MatchForm& f) { f.Ball.Left = 7522.5; }, 1, 7515},
-      {"a picture off the grid", [](MatchForm& f) { f.Player[3].Left += 7; }, 1025, 7515},
-      {"after a substitution the ball goes to its owner's feet",
-       [](MatchForm& f) {
-         f.PlaceMode = 23;
-         f.Ball.Left = f.Player[9].Left + 900;
-         f.Ball.Top = f.Player[9].Top;
-       },
-       21, 6795 + 600},
+      {"nothing to move", 0, 7515, 5355, 34, 1, 7515},
+      {"one square diagonally", 900, 7515, 5355, 34, 60, 7515},
+      {"the ball one step out of its box", 0, 7545, 5355, 34, 2, 7530},
+      {"the ball off the grid", 0, 7522.5, 5355, 34, 1, 7515},
+      {"a picture off the grid: the time-out", 7, 7515, 5355, 34, 1025, 7515},
+      {"the ball to its owner's feet", 0, 6795 + 900, 5535, 23, 21, 6795 + 600},
   };
   for (const Case& c : cases) {
-    // Every player on his square and the ball in its resting box, then `arrange`.
     auto f = test::loadedForm();
     f->TeamTurn = 1;
     f->BallOwner = 9;
     SetPlay(*f);
     for (int i = 1; i <= 22; ++i) {
-      f->Player[i].Left = playerLeft(f->PlayerCol[i]);
-      f->Player[i].Top = playerTop(f->PlayerRow[i]);
+      f->Player[i].Left = playerLeft(f->PlayerCol[i]) + (i == 5 ? c.shift : 0);
+      f->Player[i].Top = playerTop(f->PlayerRow[i]) + (i == 5 ? c.shift : 0);
     }
-    f->Ball.Left = 7515;
-    f->Ball.Top = 5355;
-    f->PlaceMode = 34;
-    c.arrange(*f);
+    f->Ball.Left = c.ballLeft;
+    f->Ball.Top = c.ballTop;
+    f->PlaceMode = c.placeMode;
     int ticks = 0;
     for (; f->TimPlace.Enabled() && ticks < 5000; ++ticks) TimPlace_Timer(*f);
     EXPECT_EQ(ticks, c.ticks) << c.what;
-    EXPECT_EQ(f->Ball.Left, c.ballLeft) << c.what;
+    EXPECT_EQ(f->Ball.Left, c.ballLeftAfter) << c.what;
   }
 }
 
@@ -59,14 +49,16 @@ TEST(FormationButtons, EachSideRePlansOnceDuringAWalk) {
   auto f = test::loadedForm();
   test::startMatch(*f, 1);
   f->Sched.advance(300);
-  userClick(*f, f->OPForm[3]);  // left "Defend": re-plans at once, shirt 2 to (3, 6)
+  userClick(*f,
+            f->OPForm[3]);  // left "Defend": re-plans at once, shirt 2 to (3, 6)
   EXPECT_EQ(std::pair(f->PlayerCol[2], f->PlayerRow[2]), std::pair(3.0, 6.0));
   EXPECT_EQ(f->PlaceTicks, 0);
   f->Sched.advance(300);
   userClick(*f, f->OPForm[1]);  // a second change of the same walk: the selection only
   EXPECT_TRUE(f->OPForm[1].Value);
   EXPECT_EQ(std::pair(f->PlayerCol[2], f->PlayerRow[2]), std::pair(3.0, 6.0));
-  userClick(*f, f->OPForm[11]);  // the right side still has its own re-plan: "Norm"
+  userClick(*f,
+            f->OPForm[11]);  // the right side still has its own re-plan: "Norm"
   EXPECT_EQ(std::pair(f->PlayerCol[13], f->PlayerRow[13]), std::pair(14.0, 3.0));
 }
 
