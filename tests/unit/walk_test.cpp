@@ -49,16 +49,14 @@ TEST(FormationButtons, EachSideRePlansOnceDuringAWalk) {
   auto f = test::loadedForm();
   test::startMatch(*f, 1);
   f->Sched.advance(300);
-  userClick(*f,
-            f->OPForm[3]);  // left "Defend": re-plans at once, shirt 2 to (3, 6)
+  userClick(*f, f->OPForm[3]);  // left "Defend": re-plans at once, shirt 2 to (3, 6)
   EXPECT_EQ(std::pair(f->PlayerCol[2], f->PlayerRow[2]), std::pair(3.0, 6.0));
   EXPECT_EQ(f->PlaceTicks, 0);
   f->Sched.advance(300);
   userClick(*f, f->OPForm[1]);  // a second change of the same walk: the selection only
   EXPECT_TRUE(f->OPForm[1].Value);
   EXPECT_EQ(std::pair(f->PlayerCol[2], f->PlayerRow[2]), std::pair(3.0, 6.0));
-  userClick(*f,
-            f->OPForm[11]);  // the right side still has its own re-plan: "Norm"
+  userClick(*f, f->OPForm[11]);  // the right side still has its own re-plan: "Norm"
   EXPECT_EQ(std::pair(f->PlayerCol[13], f->PlayerRow[13]), std::pair(14.0, 3.0));
 }
 
