@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "form_paths.h"
 #include "match/match_form.h"
-#include "match/paths.h"
 
 namespace quorvel {
 
