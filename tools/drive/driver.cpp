@@ -152,6 +152,10 @@ const Driver::Command* Driver::command(std::string_view name) {
       {"seed", {2, 2, "seed N", &Driver::seed}},
       {"rnd", {2, kAny, "rnd R1 R2 ...", &Driver::rnd}},
       {"click", {2, 2, "click CONTROL", &Driver::click}},
+      {"press", {2, 2, "press CONTROL", &Driver::press}},
+      {"scroll", {3, 3, "scroll BAR VALUE", &Driver::scroll}},
+      {"type", {3, 3, "type BOX TEXT", &Driver::type}},
+      {"browser", {2, 2, "browser fails | browser works", &Driver::browser}},
       {"key", {2, 2, "key C", &Driver::key}},
       {"advance", {2, 2, "advance MS", &Driver::advance}},
       {"until", {4, 4, "until PATH VALUE MS", &Driver::until}},
@@ -207,6 +211,51 @@ Driver::Status Driver::click(const Words& w, int lineNo) {
   Control* c = paths_->control(w[1], &reason);
   if (c == nullptr) return error(lineNo, reason);
   userClick(*form_, *c);
+  return kOk;
+}
+
+Driver::Status Driver::press(const Words& w, int lineNo) {
+  std::string reason;
+  Control* c = paths_->control(w[1], &reason);
+  if (c == nullptr) return error(lineNo, reason);
+  userPress(*form_, *c);
+  return kOk;
+}
+
+// A drag of the bar's thumb to VALUE: its change handler runs when the value changes.
+Driver::Status Driver::scroll(const Words& w, int lineNo) {
+  std::string reason;
+  Control* c = paths_->control(w[1], &reason);
+  if (c == nullptr) return error(lineNo, reason);
+  if (c->kind != Kind::ScrollBar) return error(lineNo, "'" + w[1] + "' is not a scroll bar");
+  auto& bar = static_cast<ScrollBar&>(*c);
+  const int lo = std::min(bar.Min, bar.Max), hi = std::max(bar.Min, bar.Max);
+  int value;
+  if (!whole(w[2], value) || value < lo || value > hi)
+    return error(lineNo, "scroll: value '" + w[2] + "' is not " + std::to_string(lo) + ".." +
+                             std::to_string(hi));
+  userScroll(*form_, bar, value);
+  return kOk;
+}
+
+// A person's typing replaces the box's text; a locked, hidden or disabled box keeps its own.
+Driver::Status Driver::type(const Words& w, int lineNo) {
+  std::string reason;
+  Control* c = paths_->control(w[1], &reason);
+  if (c == nullptr) return error(lineNo, reason);
+  if (c->kind != Kind::TextBox) return error(lineNo, "'" + w[1] + "' is not a text box");
+  userEdit(*form_, static_cast<TextBox&>(*c), w[2]);
+  return kOk;
+}
+
+// Whether the pages the game opens reach a browser (the headless default) or none can start.
+Driver::Status Driver::browser(const Words& w, int lineNo) {
+  if (w[1] == "fails")
+    form_->platform.openUrl = [](const std::string&) { return false; };
+  else if (w[1] == "works")
+    form_->platform.openUrl = nullptr;
+  else
+    return error(lineNo, "usage: browser fails | browser works");
   return kOk;
 }
 

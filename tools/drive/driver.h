@@ -44,6 +44,10 @@ class Driver {
   Status seed(const Words& w, int lineNo);
   Status rnd(const Words& w, int lineNo);
   Status click(const Words& w, int lineNo);
+  Status press(const Words& w, int lineNo);
+  Status scroll(const Words& w, int lineNo);
+  Status type(const Words& w, int lineNo);
+  Status browser(const Words& w, int lineNo);
   Status key(const Words& w, int lineNo);
   Status advance(const Words& w, int lineNo);
   Status until(const Words& w, int lineNo);
