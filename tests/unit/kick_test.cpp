@@ -94,6 +94,9 @@ TEST_F(Kick, EachFlagSendsTheBallItsRolledDistanceAndTheReceiverRunsToIt) {
     EXPECT_EQ(f.RunStepX, (8 - cols[d]) * 15);
     EXPECT_EQ(f.RunStepY, (4 - rows[d]) * 15);
   }
+  kick(9, 2, 2, 6, 3);  // the longest kick: the kicker chases it over six diagonal squares
+  EXPECT_EQ(f.Receiver, 9);
+  EXPECT_DOUBLE_EQ(f.ReceiverDist, 6 * std::sqrt(2.0));
 }
 
 TEST_F(Kick, FlagsRefuseTheSideThatMayNotUseThem) {
