@@ -24,4 +24,24 @@ double textValue(std::string_view text) {
   return v;
 }
 
+namespace {
+
+template <typename T>
+std::string shortest(T v) {
+  if (v == 0) return "0";  // also for -0
+  char buf[64];
+  const auto r = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, r.ptr);
+}
+
+}  // namespace
+
+std::string formatNumber(double v) {
+  return shortest(v);
+}
+
+std::string formatNumber(float v) {
+  return shortest(v);
+}
+
 }  // namespace quorvel

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace quorvel {
@@ -28,5 +29,10 @@ inline int roundIndex(double x) {
 // The number a text box holds: its leading number, blanks skipped; 0 when it starts with none
 // (an empty or non-numeric box counts as 0).
 double textValue(std::string_view text);
+
+// The shortest text that reads back to exactly the same number ("7", "0.15", "247.5"): a
+// substitute's shirt number, and every number the driver prints.
+std::string formatNumber(double v);
+std::string formatNumber(float v);
 
 }  // namespace quorvel

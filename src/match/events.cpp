@@ -88,12 +88,17 @@ bool onLinksForm(const MatchForm& f, const Control& c) {
          &c == &f.LinksForm.Command1 || &c == &f.LinksForm.CDend;
 }
 
+// Whether a person can reach the control: the program runs, the control and its frame are shown
+// and enabled, and its window is open.
+bool takesInput(const MatchForm& f, const Control& c) {
+  if (f.Ended || !reachable(c)) return false;
+  return onLinksForm(f, c) ? f.LinksForm.Visible : f.Visible;
+}
+
 }  // namespace
 
 void userClick(MatchForm& f, Control& c) {
-  if (f.Ended || !reachable(c)) return;
-  // Each window takes input only while it is open.
-  if (onLinksForm(f, c) ? !f.LinksForm.Visible : !f.Visible) return;
+  if (!takesInput(f, c)) return;
   switch (c.kind) {
     case Kind::CommandButton:
       raiseMouseDown(f, c);
@@ -111,6 +116,10 @@ void userClick(MatchForm& f, Control& c) {
       raiseClick(f, c);
       break;
   }
+}
+
+void userPress(MatchForm& f, Control& c) {
+  if (takesInput(f, c)) raiseMouseDown(f, c);
 }
 
 void userClickLinksForm(MatchForm& f) {

@@ -27,6 +27,9 @@ void raiseMouseDown(MatchForm& f, Control& c);
 // A person's input. A hidden or disabled control (or one inside a hidden or disabled frame)
 // cannot be used: nothing happens.
 void userClick(MatchForm& f, Control& c);
+// A mouse press on a control whose release does not follow on it: only the press's handler
+// runs (Cdice's MouseDown), not the click.
+void userPress(MatchForm& f, Control& c);
 void userKey(MatchForm& f, int keyAscii);
 // A click on the closing window's background (not on one of its pictures or buttons).
 void userClickLinksForm(MatchForm& f);

@@ -2,7 +2,6 @@
 // its hand-over to the re-forming walk (whose completion ends the substitution).
 #include "match/events.h"
 #include "match/match.h"
-#include "match/paths.h"
 #include "shape/shape.h"
 
 namespace quorvel {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "match/paths.h"
+#include "form_paths.h"
 #include "sim.h"
 
 namespace quorvel {

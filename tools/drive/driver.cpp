@@ -1,9 +1,11 @@
 #include "driver.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cmath>
 #include <istream>
+#include <limits>
 #include <map>
 #include <ostream>
 
@@ -116,7 +118,7 @@ const std::map<std::string, WithArgument, std::less<>> kWithArgument = {{"Docol"
 
 }  // namespace
 
-Driver::Status Driver::call(const std::vector<std::string>& w, int lineNo) {
+Driver::Status Driver::call(const Words& w, int lineNo) {
   MatchForm& f = *form_;
   const std::string& proc = w[1];
   if (auto p = kWithArgument.find(proc); p != kWithArgument.end()) {
@@ -142,140 +144,208 @@ Driver::Status Driver::call(const std::vector<std::string>& w, int lineNo) {
   return kOk;
 }
 
+// ---- commands --------------------------------------------------------------------------------
+
+const Driver::Command* Driver::command(std::string_view name) {
+  constexpr std::size_t kAny = std::numeric_limits<std::size_t>::max();
+  static const std::map<std::string_view, Command, std::less<>> kCommands = {
+      {"seed", {2, 2, "seed N", &Driver::seed}},
+      {"rnd", {2, kAny, "rnd R1 R2 ...", &Driver::rnd}},
+      {"click", {2, 2, "click CONTROL", &Driver::click}},
+      {"press", {2, 2, "press CONTROL", &Driver::press}},
+      {"scroll", {3, 3, "scroll BAR VALUE", &Driver::scroll}},
+      {"type", {3, 3, "type BOX TEXT", &Driver::type}},
+      {"browser", {2, 2, "browser fails | browser works", &Driver::browser}},
+      {"key", {2, 2, "key C", &Driver::key}},
+      {"advance", {2, 2, "advance MS", &Driver::advance}},
+      {"until", {4, 4, "until PATH VALUE MS", &Driver::until}},
+      {"place", {4, 4, "place PLAYER COL ROW", &Driver::place}},
+      {"ball", {2, 2, "ball PLAYER", &Driver::ball}},
+      {"call", {2, kAny, "call PROC [ARG]", &Driver::call}},
+      {"set", {3, 3, "set PATH VALUE", &Driver::set}},
+      {"get", {2, 2, "get PATH", &Driver::get}},
+      {"expect", {3, 3, "expect PATH VALUE", &Driver::expect}},
+      {"dump", {1, 1, "dump", &Driver::dump}},
+  };
+  const auto it = kCommands.find(name);
+  return it == kCommands.end() ? nullptr : &it->second;
+}
+
 Driver::Status Driver::execute(std::string_view line, int lineNo) {
-  std::vector<std::string> w;
+  Words w;
   std::string reason;
   if (!splitWords(line, w, reason)) return error(lineNo, reason);
   if (w.empty()) return kOk;
-  MatchForm& f = *form_;
-  const std::string& cmd = w[0];
-  auto arity = [&](std::size_t n, const char* usage) -> bool {
-    if (w.size() == n) return true;
-    reason = std::string("usage: ") + usage;
-    return false;
-  };
+  const Command* c = command(w[0]);
+  if (c == nullptr) return error(lineNo, "unknown command '" + w[0] + "'");
+  if (w.size() < c->minWords || w.size() > c->maxWords)
+    return error(lineNo, std::string("usage: ") + c->usage);
+  return (this->*c->handler)(w, lineNo);
+}
 
-  if (cmd == "seed") {
-    std::int64_t n;
-    if (!arity(2, "seed N")) return error(lineNo, reason);
-    if (!whole(w[1], n)) return error(lineNo, "seed '" + w[1] + "' is not a whole number");
-    f.Rnd.seed(static_cast<std::uint64_t>(n));
+Driver::Status Driver::seed(const Words& w, int lineNo) {
+  std::int64_t n;
+  if (!whole(w[1], n)) return error(lineNo, "seed '" + w[1] + "' is not a whole number");
+  form_->Rnd.seed(static_cast<std::uint64_t>(n));
+  return kOk;
+}
+
+Driver::Status Driver::rnd(const Words& w, int lineNo) {
+  std::vector<double> draws;
+  for (std::size_t i = 1; i < w.size(); ++i) {
+    double r;
+    if (!real(w[i], r)) return error(lineNo, "draw '" + w[i] + "' is not a number");
+    if (!(r >= 0 && r < 1)) return error(lineNo, "draw " + w[i] + " is out of range [0, 1)");
+    draws.push_back(r);
+  }
+  form_->Rnd.force(draws);
+  return kOk;
+}
+
+Driver::Status Driver::click(const Words& w, int lineNo) {
+  if (w[1] == "LinksForm") {
+    userClickLinksForm(*form_);
     return kOk;
   }
-  if (cmd == "rnd") {
-    if (w.size() < 2) return error(lineNo, "usage: rnd R1 R2 ...");
-    std::vector<double> draws;
-    for (std::size_t i = 1; i < w.size(); ++i) {
-      double r;
-      if (!real(w[i], r)) return error(lineNo, "draw '" + w[i] + "' is not a number");
-      if (!(r >= 0 && r < 1)) return error(lineNo, "draw " + w[i] + " is out of range [0, 1)");
-      draws.push_back(r);
-    }
-    f.Rnd.force(draws);
-    return kOk;
-  }
-  if (cmd == "click") {
-    if (!arity(2, "click CONTROL")) return error(lineNo, reason);
-    if (w[1] == "LinksForm") {
-      userClickLinksForm(f);
-      return kOk;
-    }
-    Control* c = paths_->control(w[1], &reason);
-    if (c == nullptr) return error(lineNo, reason);
-    userClick(f, *c);
-    return kOk;
-  }
-  if (cmd == "key") {
-    if (!arity(2, "key C")) return error(lineNo, reason);
-    if (w[1].size() != 1) return error(lineNo, "key takes one typed character, not '" + w[1] + "'");
-    userKey(f, static_cast<unsigned char>(w[1][0]));
-    return kOk;
-  }
-  if (cmd == "advance") {
-    std::int64_t ms;
-    if (!arity(2, "advance MS")) return error(lineNo, reason);
-    if (!whole(w[1], ms) || ms < 0)
-      return error(lineNo, "advance needs a whole number of ms >= 0, not '" + w[1] + "'");
-    if (!f.Sched.advance(ms, kTickBudget))
-      return error(lineNo, "timers kept firing without time moving on");
-    return kOk;
-  }
-  if (cmd == "until") {
-    std::int64_t ms;
-    if (!arity(4, "until PATH VALUE MS")) return error(lineNo, reason);
-    if (!whole(w[3], ms) || ms < 0)
-      return error(lineNo, "until needs a whole number of ms >= 0, not '" + w[3] + "'");
-    const Millis limit = f.Sched.now() + ms;
-    for (std::int64_t n = 0;; ++n) {
-      bool same = false;
-      if (auto err = paths_->compare(w[1], w[2], same); !err.empty()) return error(lineNo, err);
-      if (same) return kOk;
-      if (n >= kTickBudget) return error(lineNo, "timers kept firing without time moving on");
-      if (!f.Sched.step(limit)) {
-        f.Sched.setNow(limit);
-        std::string now;
-        paths_->get(w[1], now);
-        return fail(lineNo,
-                    w[1] + " reads '" + now + "', expected '" + w[2] + "' within " + w[3] + " ms");
-      }
-    }
-  }
-  if (cmd == "place") {
-    int player, col, row;
-    if (!arity(4, "place PLAYER COL ROW")) return error(lineNo, reason);
-    if (!whole(w[1], player) || player < 1 || player > 22)
-      return error(lineNo, "place: player '" + w[1] + "' is not 1..22");
-    if (!whole(w[2], col) || col < 1 || col > 16 || !whole(w[3], row) || row < 1 || row > 8)
-      return error(lineNo, "place: square (" + w[2] + ", " + w[3] + ") is not on the pitch");
-    f.PlayerCol[player] = col;
-    f.PlayerRow[player] = row;
-    f.Player[player].Left = playerLeft(col);
-    f.Player[player].Top = playerTop(row);
-    return kOk;
-  }
-  if (cmd == "ball") {
-    int player;
-    if (!arity(2, "ball PLAYER")) return error(lineNo, reason);
-    if (!whole(w[1], player) || player < 1 || player > 22)
-      return error(lineNo, "ball: player '" + w[1] + "' is not 1..22");
-    f.BallOwner = static_cast<Single>(player);
-    f.TeamTurn = static_cast<Single>(sideOf(player));
-    f.BallCol = static_cast<Integer>(roundEven(f.PlayerCol[player]));
-    f.BallRow = static_cast<Integer>(roundEven(f.PlayerRow[player]));
-    f.DiceReady = 1;
-    return kOk;
-  }
-  if (cmd == "call") {
-    if (w.size() < 2) return error(lineNo, "usage: call PROC [ARG]");
-    return call(w, lineNo);
-  }
-  if (cmd == "set") {
-    if (!arity(3, "set PATH VALUE")) return error(lineNo, reason);
-    if (auto err = paths_->set(w[1], w[2]); !err.empty()) return error(lineNo, err);
-    return kOk;
-  }
-  if (cmd == "get") {
-    if (!arity(2, "get PATH")) return error(lineNo, reason);
-    std::string value;
-    if (auto err = paths_->get(w[1], value); !err.empty()) return error(lineNo, err);
-    out_ << value << std::endl;
-    return kOk;
-  }
-  if (cmd == "expect") {
-    if (!arity(3, "expect PATH VALUE")) return error(lineNo, reason);
+  std::string reason;
+  Control* c = paths_->control(w[1], &reason);
+  if (c == nullptr) return error(lineNo, reason);
+  userClick(*form_, *c);
+  return kOk;
+}
+
+Driver::Status Driver::press(const Words& w, int lineNo) {
+  std::string reason;
+  Control* c = paths_->control(w[1], &reason);
+  if (c == nullptr) return error(lineNo, reason);
+  userPress(*form_, *c);
+  return kOk;
+}
+
+// A drag of the bar's thumb to VALUE: its change handler runs when the value changes.
+Driver::Status Driver::scroll(const Words& w, int lineNo) {
+  std::string reason;
+  Control* c = paths_->control(w[1], &reason);
+  if (c == nullptr) return error(lineNo, reason);
+  if (c->kind != Kind::ScrollBar) return error(lineNo, "'" + w[1] + "' is not a scroll bar");
+  auto& bar = static_cast<ScrollBar&>(*c);
+  const int lo = std::min(bar.Min, bar.Max), hi = std::max(bar.Min, bar.Max);
+  int value;
+  if (!whole(w[2], value) || value < lo || value > hi)
+    return error(lineNo, "scroll: value '" + w[2] + "' is not " + std::to_string(lo) + ".." +
+                             std::to_string(hi));
+  userScroll(*form_, bar, value);
+  return kOk;
+}
+
+// A person's typing replaces the box's text; a locked, hidden or disabled box keeps its own.
+Driver::Status Driver::type(const Words& w, int lineNo) {
+  std::string reason;
+  Control* c = paths_->control(w[1], &reason);
+  if (c == nullptr) return error(lineNo, reason);
+  if (c->kind != Kind::TextBox) return error(lineNo, "'" + w[1] + "' is not a text box");
+  userEdit(*form_, static_cast<TextBox&>(*c), w[2]);
+  return kOk;
+}
+
+// Whether the pages the game opens reach a browser (the headless default) or none can start.
+Driver::Status Driver::browser(const Words& w, int lineNo) {
+  if (w[1] == "fails")
+    form_->platform.openUrl = [](const std::string&) { return false; };
+  else if (w[1] == "works")
+    form_->platform.openUrl = nullptr;
+  else
+    return error(lineNo, "usage: browser fails | browser works");
+  return kOk;
+}
+
+Driver::Status Driver::key(const Words& w, int lineNo) {
+  if (w[1].size() != 1) return error(lineNo, "key takes one typed character, not '" + w[1] + "'");
+  userKey(*form_, static_cast<unsigned char>(w[1][0]));
+  return kOk;
+}
+
+Driver::Status Driver::advance(const Words& w, int lineNo) {
+  std::int64_t ms;
+  if (!whole(w[1], ms) || ms < 0)
+    return error(lineNo, "advance needs a whole number of ms >= 0, not '" + w[1] + "'");
+  if (!form_->Sched.advance(ms, kTickBudget))
+    return error(lineNo, "timers kept firing without time moving on");
+  return kOk;
+}
+
+Driver::Status Driver::until(const Words& w, int lineNo) {
+  std::int64_t ms;
+  if (!whole(w[3], ms) || ms < 0)
+    return error(lineNo, "until needs a whole number of ms >= 0, not '" + w[3] + "'");
+  Scheduler& sched = form_->Sched;
+  const Millis limit = sched.now() + ms;
+  for (std::int64_t n = 0;; ++n) {
     bool same = false;
     if (auto err = paths_->compare(w[1], w[2], same); !err.empty()) return error(lineNo, err);
     if (same) return kOk;
-    std::string now;
-    paths_->get(w[1], now);
-    return fail(lineNo, w[1] + " reads '" + now + "', expected '" + w[2] + "'");
+    if (n >= kTickBudget) return error(lineNo, "timers kept firing without time moving on");
+    if (!sched.step(limit)) {
+      sched.setNow(limit);
+      std::string now;
+      paths_->get(w[1], now);
+      return fail(lineNo,
+                  w[1] + " reads '" + now + "', expected '" + w[2] + "' within " + w[3] + " ms");
+    }
   }
-  if (cmd == "dump") {
-    if (!arity(1, "dump")) return error(lineNo, reason);
-    out_ << paths_->dump() << std::endl;
-    return kOk;
-  }
-  return error(lineNo, "unknown command '" + cmd + "'");
+}
+
+Driver::Status Driver::place(const Words& w, int lineNo) {
+  MatchForm& f = *form_;
+  int player, col, row;
+  if (!whole(w[1], player) || player < 1 || player > 22)
+    return error(lineNo, "place: player '" + w[1] + "' is not 1..22");
+  if (!whole(w[2], col) || col < 1 || col > 16 || !whole(w[3], row) || row < 1 || row > 8)
+    return error(lineNo, "place: square (" + w[2] + ", " + w[3] + ") is not on the pitch");
+  f.PlayerCol[player] = col;
+  f.PlayerRow[player] = row;
+  f.Player[player].Left = playerLeft(col);
+  f.Player[player].Top = playerTop(row);
+  return kOk;
+}
+
+Driver::Status Driver::ball(const Words& w, int lineNo) {
+  MatchForm& f = *form_;
+  int player;
+  if (!whole(w[1], player) || player < 1 || player > 22)
+    return error(lineNo, "ball: player '" + w[1] + "' is not 1..22");
+  f.BallOwner = static_cast<Single>(player);
+  f.TeamTurn = static_cast<Single>(sideOf(player));
+  f.BallCol = static_cast<Integer>(roundEven(f.PlayerCol[player]));
+  f.BallRow = static_cast<Integer>(roundEven(f.PlayerRow[player]));
+  f.DiceReady = 1;
+  return kOk;
+}
+
+Driver::Status Driver::set(const Words& w, int lineNo) {
+  if (auto err = paths_->set(w[1], w[2]); !err.empty()) return error(lineNo, err);
+  return kOk;
+}
+
+Driver::Status Driver::get(const Words& w, int lineNo) {
+  std::string value;
+  if (auto err = paths_->get(w[1], value); !err.empty()) return error(lineNo, err);
+  out_ << value << std::endl;
+  return kOk;
+}
+
+Driver::Status Driver::expect(const Words& w, int lineNo) {
+  bool same = false;
+  if (auto err = paths_->compare(w[1], w[2], same); !err.empty()) return error(lineNo, err);
+  if (same) return kOk;
+  std::string now;
+  paths_->get(w[1], now);
+  return fail(lineNo, w[1] + " reads '" + now + "', expected '" + w[2] + "'");
+}
+
+Driver::Status Driver::dump(const Words&, int) {
+  out_ << paths_->dump() << std::endl;
+  return kOk;
 }
 
 }  // namespace quorvel

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "form_paths.h"
 #include "match/match_form.h"
-#include "match/paths.h"
 
 namespace quorvel {
 
@@ -28,9 +28,36 @@ class Driver {
   MatchForm& form() { return *form_; }
 
  private:
+  using Words = std::vector<std::string>;
+  // One handler a command; `w` holds the command's words, its count already checked.
+  using Handler = Status (Driver::*)(const Words& w, int lineNo);
+  struct Command {
+    std::size_t minWords, maxWords;  // the command's own word included
+    const char* usage;
+    Handler handler;
+  };
+  static const Command* command(std::string_view name);
+
   Status fail(int lineNo, const std::string& what);
   Status error(int lineNo, const std::string& what);
-  Status call(const std::vector<std::string>& args, int lineNo);
+
+  Status seed(const Words& w, int lineNo);
+  Status rnd(const Words& w, int lineNo);
+  Status click(const Words& w, int lineNo);
+  Status press(const Words& w, int lineNo);
+  Status scroll(const Words& w, int lineNo);
+  Status type(const Words& w, int lineNo);
+  Status browser(const Words& w, int lineNo);
+  Status key(const Words& w, int lineNo);
+  Status advance(const Words& w, int lineNo);
+  Status until(const Words& w, int lineNo);
+  Status place(const Words& w, int lineNo);
+  Status ball(const Words& w, int lineNo);
+  Status call(const Words& w, int lineNo);
+  Status set(const Words& w, int lineNo);
+  Status get(const Words& w, int lineNo);
+  Status expect(const Words& w, int lineNo);
+  Status dump(const Words& w, int lineNo);
 
   std::ostream& out_;
   std::ostream& err_;

@@ -232,19 +232,27 @@ bool Harness::check() {
     baseline();
     return true;
   }
+  noteNewMatch();
+  return checkSideToPlay() && checkRoll() && checkPlacement() && checkClock() && checkKicks() &&
+         checkScore() && checkSubstitutions() && checkPossession();
+}
 
-  // A new match: everything it counts starts again.
-  if (f.GameCount != seen_.gameCount) {
-    ++counts_.starts;
-    seen_ = Seen{};
-    seen_.gameCount = f.GameCount;
-    seen_.diceReady = f.DiceReady;
-    seen_.kicks = f.KickCount[1] + f.KickCount[2];
-    seen_.celebrating = f.TimSc.Enabled();
-    seen_.exchanging = f.TimSub.Enabled();
-  }
+// A new match: everything it counts starts again.
+void Harness::noteNewMatch() {
+  const MatchForm& f = *form_;
+  if (f.GameCount == seen_.gameCount) return;
+  ++counts_.starts;
+  seen_ = Seen{};
+  seen_.gameCount = f.GameCount;
+  seen_.diceReady = f.DiceReady;
+  seen_.kicks = f.KickCount[1] + f.KickCount[2];
+  seen_.celebrating = f.TimSc.Enabled();
+  seen_.exchanging = f.TimSub.Enabled();
+}
 
-  // The side to play is the ball owner's side, at every moment of a match.
+// The side to play is the ball owner's side, at every moment of a match.
+bool Harness::checkSideToPlay() {
+  const MatchForm& f = *form_;
   const double owner = f.BallOwner;
   if (owner != std::floor(owner) || owner < 1 || owner > 22)
     return breakPromise("the ball owner is " + std::to_string(owner));
@@ -252,11 +260,15 @@ bool Harness::check() {
   if (f.TeamTurn != side)
     return breakPromise("side to play " + std::to_string(f.TeamTurn) + " but the ball is with " +
                         std::to_string(static_cast<int>(owner)));
+  return true;
+}
 
-  // A roll accepted: from the owner's square, during a match, while nobody walks.
+// A roll accepted: from the owner's square, during a match, while nobody walks.
+bool Harness::checkRoll() {
+  const MatchForm& f = *form_;
   if (seen_.diceReady == 1 && f.DiceReady == -1) {
     ++counts_.rolls;
-    const int p = static_cast<int>(owner);
+    const int p = static_cast<int>(f.BallOwner);
     if (f.BallCol != f.PlayerCol[p] || f.BallRow != f.PlayerRow[p])
       return breakPromise("a roll was accepted with the ball on (" + std::to_string(f.BallCol) +
                           ", " + std::to_string(f.BallRow) + ") and its owner " +
@@ -275,10 +287,12 @@ bool Harness::check() {
     if (!offered) return breakPromise("a roll offered no flag");
   }
   seen_.diceReady = f.DiceReady;
+  return true;
+}
 
-  if (f.TimPlace.Enabled() && f.PlaceTicks == 0 && !checkPlacement()) return false;
-
-  // The clock never goes back and stops at 90:00, which is full time.
+// The clock never goes back and stops at 90:00, which is full time.
+bool Harness::checkClock() {
+  const MatchForm& f = *form_;
   const int clock = clockSeconds(f);
   if (clock < seen_.clock || clock > kFullTime)
     return breakPromise("the clock went from " + clockText(seen_.clock) + " to " +
@@ -287,12 +301,20 @@ bool Harness::check() {
     return breakPromise("the clock reads 90:00 and the match goes on");
   if (clock == kFullTime && seen_.clock < kFullTime) ++counts_.fullTimes;
   seen_.clock = clock;
+  return true;
+}
 
+bool Harness::checkKicks() {
+  const MatchForm& f = *form_;
   const double kicks = f.KickCount[1] + f.KickCount[2];
   if (kicks < seen_.kicks) return breakPromise("the count of kicks went down");
   seen_.kicks = kicks;
+  return true;
+}
 
-  // The score grows only by the goal of a shot that has arrived, one at a time.
+// The score grows only by the goal of a shot that has arrived, one at a time.
+bool Harness::checkScore() {
+  const MatchForm& f = *form_;
   if (f.TimSc.Enabled() && !seen_.celebrating) {
     ++counts_.shots;
     if (f.GoalSide != 1 && f.GoalSide != 2)
@@ -317,25 +339,30 @@ bool Harness::check() {
     }
     seen_.score[s] = score;
   }
+  return true;
+}
 
-  // At most two substitutions a side in a match; never the keeper or the ball owner.
+// At most two substitutions a side in a match; never the keeper or the ball owner.
+bool Harness::checkSubstitutions() {
+  const MatchForm& f = *form_;
   if (f.TimSub.Enabled() && !seen_.exchanging) {
     ++counts_.subs;
     const int off = static_cast<int>(f.SubOff);
-    if (off == 1 || off == 12 || off < 1 || off > 22 || off == static_cast<int>(owner))
+    if (off == 1 || off == 12 || off < 1 || off > 22 || off == static_cast<int>(f.BallOwner))
       return breakPromise("player " + std::to_string(off) + " was sent off for a substitute");
     if (++seen_.subs[sideOf(off)] > 2)
       return breakPromise("side " + std::to_string(sideOf(off)) +
                           " started a third substitution in one match");
   }
   seen_.exchanging = f.TimSub.Enabled();
-  return checkPossession();
+  return true;
 }
 
 // SetPlay has just run: every player on a square of his own on the pitch, the keepers in their
 // goals, the forward of the side to play on the kick-off square and nobody else in the centre.
 bool Harness::checkPlacement() {
   const MatchForm& f = *form_;
+  if (!f.TimPlace.Enabled() || f.PlaceTicks != 0) return true;
   auto at = [&f](int i) {
     return "(" + std::to_string(static_cast<int>(f.PlayerCol[i])) + ", " +
            std::to_string(static_cast<int>(f.PlayerRow[i])) + ")";

@@ -69,7 +69,15 @@ class Harness {
   bool breakPromise(std::string what);
   void baseline();
   bool check();
+  // One function a promise, in the order they are judged; each returns false once it breaks.
+  void noteNewMatch();
+  bool checkSideToPlay();
+  bool checkRoll();
   bool checkPlacement();
+  bool checkClock();
+  bool checkKicks();
+  bool checkScore();
+  bool checkSubstitutions();
   bool checkPossession();
   bool checkNames();
 

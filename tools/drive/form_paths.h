@@ -1,4 +1,5 @@
-// Every form variable and control property by its name, as scripts and bug reports write it:
+// The driver's registry: every form variable and control property by its name, as scripts and
+// bug reports write it:
 // "BallOwner", "PlayerCol(9)", "SubMinute(2,6)", "CDdest(3).Visible", "LinksForm.Picture1.Visible",
 // "MatchForm.BackColor", "ActiveControl", "LastMessage.Text", "LastPage".
 // Values read and write as text: numbers in their shortest exact form, "true"/"false",
@@ -75,9 +76,5 @@ class FormPaths {
   std::map<std::string, std::pair<int, int>, std::less<>> arrays_;  // base -> index range
   std::map<std::string, Timer*, std::less<>> timers_;
 };
-
-// Shortest text that reads back to exactly the same number.
-std::string formatNumber(double v);
-std::string formatNumber(float v);
 
 }  // namespace quorvel

@@ -1,4 +1,4 @@
-#include "match/paths.h"
+#include "form_paths.h"
 
 #include <charconv>
 #include <cmath>
@@ -7,20 +7,6 @@
 #include <type_traits>
 
 namespace quorvel {
-
-std::string formatNumber(double v) {
-  if (v == 0) return "0";  // also for -0
-  char buf[64];
-  auto r = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, r.ptr);
-}
-
-std::string formatNumber(float v) {
-  if (v == 0) return "0";
-  char buf[64];
-  auto r = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, r.ptr);
-}
 
 namespace {
 
