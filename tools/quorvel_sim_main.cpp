@@ -33,10 +33,15 @@ const char* const kUsage =
     "  --left-iq LIST  the mirrored computer's IQ, as --iq; default the same as --iq\n"
     "  --jobs J        threads to spread the matches over, 0..256, default 1; 0 = every core\n"
     "  --list          print every match's score\n"
+    "  --ten-seconds   \"10/15 secs\" ticked: 10-second moves, 540 a match\n"
+    "  --rank          50/50 balls go to rank instead of a dice contest\n"
+    "  --walk          \"Quickplay\" off: the players walk to their squares\n"
+    "  --random-teams  \"Random Teams\" pressed before Start\n"
+    "  --auto          automatic play on\n"
     "  --help          print this and exit\n"
     "In free and keys mode the right side plays the computer's flag choice through the mouse or\n"
-    "the keys; in ai mode the computer plays it with its own timer. Each match is played with\n"
-    "\"Quickplay\" on and automatic play off.\n";
+    "the keys; in ai mode the computer plays it with its own timer. Unless told otherwise each\n"
+    "match is played with \"Quickplay\" on and automatic play off.\n";
 
 // Each match keeps its result until the run is tallied: a million is about 64 MB.
 constexpr std::uint64_t kMostMatches = 1'000'000;
@@ -45,7 +50,20 @@ constexpr std::uint64_t kMostJobs = 256;
 // Match indices stay clear of wrapping round, whatever --matches says.
 constexpr std::uint64_t kLastFirst = std::numeric_limits<std::int64_t>::max();
 
+// The options that switch one of the match's settings from its default.
+struct Switch {
+  std::string_view name;
+  bool quorvel::sim::Settings::*setting;
+  bool value;
+};
+const Switch kSwitches[] = {{"--ten-seconds", &quorvel::sim::Settings::tenSeconds, true},
+                            {"--rank", &quorvel::sim::Settings::rank, true},
+                            {"--walk", &quorvel::sim::Settings::quickplay, false},
+                            {"--random-teams", &quorvel::sim::Settings::randomTeams, true},
+                            {"--auto", &quorvel::sim::Settings::autoPlay, true}};
+
 struct Options {
+  quorvel::sim::Settings settings;  // the switches above; mode and IQs are set per cell
   long matches = 100;
   std::uint64_t seed = 1;
   std::uint64_t first = 0;
@@ -113,6 +131,12 @@ Parsed parse(int argc, char** argv, Options& o) {
       continue;
     }
     if (a == "--help" || a == "-h") return Parsed::Help;
+    const auto sw = std::find_if(std::begin(kSwitches), std::end(kSwitches),
+                                 [&](const Switch& k) { return k.name == a; });
+    if (sw != std::end(kSwitches)) {
+      o.settings.*(sw->setting) = sw->value;
+      continue;
+    }
     static const char* const kTakingValues[] = {"--matches", "--seed", "--first", "--jobs",
                                                 "--mode",    "--left", "--iq",    "--left-iq"};
     if (std::find(std::begin(kTakingValues), std::end(kTakingValues), a) ==
@@ -227,7 +251,7 @@ int main(int argc, char** argv) {
   const std::clock_t cpuStart = std::clock();
   for (std::size_t r = 0; r < o.iqs.size(); ++r) {
     for (std::size_t c = 0; c < o.leftIqs.size(); ++c) {
-      quorvel::sim::Settings s;
+      quorvel::sim::Settings s = o.settings;
       s.mode = o.mode;
       s.iq = o.iqs[r];
       s.left = o.left;
@@ -274,6 +298,8 @@ int main(int argc, char** argv) {
     std::printf(", left mirror IQ");
     for (int iq : o.leftIqs) std::printf(" %d", iq);
   }
+  for (const auto& k : kSwitches)
+    if (o.settings.*(k.setting) == k.value) std::printf(", %s", k.name.data() + 2);
   std::printf(", seed %llu, jobs %d\n", static_cast<unsigned long long>(o.seed), o.jobs);
   printSummary(all);
   if (o.left == LeftPlayer::Mirror || o.iqs.size() > 1) printTable(o, cells);
