@@ -1,18 +1,17 @@
-# make run   - install what is missing, build, start the game
-# make test  - install what is missing, build, run every test
-# make bench - build and run the benchmarks
-# make soak  - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
+# make run     - install what is missing, build, start the game
+# make test    - install what is missing, build, run every test
+# make package - build a Debian package of the game (build/quorvel_*.deb)
+# make bench   - build and run the benchmarks
+# make soak    - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
 # make mutants - plant each fault of tools/mutants/faults.txt in turn and run the fast tests
 BUILD ?= build
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
 
-# Debian packages the build and the tests need.
-PACKAGES := cmake ninja-build g++ make pkg-config googletest libgtest-dev libgmock-dev \
-            libbenchmark-dev qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev \
-            clang-format clang-tidy xvfb xauth
+# Debian packages the build and the tests need (make deps PACKAGES="..." installs others).
+PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev
 
-.PHONY: deps configure build run test bench soak mutants clean
+.PHONY: deps configure build run test bench soak package mutants clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -21,7 +20,7 @@ deps:
 	if [ -n "$$missing" ]; then \
 	  echo "Installing:$$missing"; \
 	  SUDO=""; [ "$$(id -u)" -ne 0 ] && SUDO=sudo; \
-	  $$SUDO apt-get update -qq && DEBIAN_FRONTEND=noninteractive $$SUDO apt-get install -y -qq $$missing; \
+	  $$SUDO apt-get update -qq && $$SUDO env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
 	fi
 
 configure: deps
@@ -44,6 +43,13 @@ SOAK_STEPS ?= 50000
 soak: build
 	nice -n 10 ./$(BUILD)/tools/harness/quorvel-soak --seeds $(SOAK_SEEDS) --steps $(SOAK_STEPS)
 
+# dpkg-shlibdeps (dpkg-dev) finds the libraries the package depends on.
+package: PACKAGES += dpkg-dev
+package: build
+	cmake --build $(BUILD) --target package
+
+# The mutation check is a Python 3 script.
+mutants: PACKAGES += python3
 mutants: deps
 	python3 tools/mutants/mutants.py $(MUTANTS)
 

@@ -1,11 +1,15 @@
 // quorvel-sim: plays whole matches headless, as fast as the machine allows, and prints the
 // results and the throughput. The same seed gives the same results, whatever --jobs says.
+#include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
+#include <initializer_list>
+#include <limits>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -18,22 +22,48 @@ using quorvel::sim::Mode;
 
 const char* const kUsage =
     "usage: quorvel-sim [options]\n"
-    "  --matches N     matches to play (per pairing of IQs), default 100\n"
-    "  --seed S        seed of the run; match k is seeded from (S, k), default 1\n"
-    "  --first K       index of the first match, default 0 (--first 17 --matches 1 replays\n"
-    "                  match 17 alone)\n"
+    "  --matches N     matches to play (per pairing of IQs), 1..1000000, default 100\n"
+    "  --seed S        seed of the run, 0..2^64-1; match k is seeded from (S, k), default 1\n"
+    "  --first K       index of the first match, 0..2^63-1, default 0 (--first 17 --matches 1\n"
+    "                  replays match 17 alone)\n"
     "  --mode M        free | keys | ai (default): the mode the matches are played in\n"
     "  --iq LIST       the computer's IQ (right side), 1..6; a list such as 1-6 or 2,4,6\n"
     "  --left P        random | mirror (default): the left side rolls and picks a random\n"
     "                  flag, or the computer's own choice mirrored to the left\n"
     "  --left-iq LIST  the mirrored computer's IQ, as --iq; default the same as --iq\n"
-    "  --jobs J        threads to spread the matches over, default 1; 0 = every core\n"
+    "  --jobs J        threads to spread the matches over, 0..256, default 1; 0 = every core\n"
     "  --list          print every match's score\n"
+    "  --ten-seconds   \"10/15 secs\" ticked: 10-second moves, 540 a match\n"
+    "  --rank          50/50 balls go to rank instead of a dice contest\n"
+    "  --walk          \"Quickplay\" off: the players walk to their squares\n"
+    "  --random-teams  \"Random Teams\" pressed before Start\n"
+    "  --auto          automatic play on\n"
+    "  --help          print this and exit\n"
     "In free and keys mode the right side plays the computer's flag choice through the mouse or\n"
-    "the keys; in ai mode the computer plays it with its own timer. Each match is played with\n"
-    "\"Quickplay\" on and automatic play off.\n";
+    "the keys; in ai mode the computer plays it with its own timer. Unless told otherwise each\n"
+    "match is played with \"Quickplay\" on and automatic play off.\n";
+
+// Each match keeps its result until the run is tallied: a million is about 64 MB.
+constexpr std::uint64_t kMostMatches = 1'000'000;
+// More threads than any machine has cores only slow the run down.
+constexpr std::uint64_t kMostJobs = 256;
+// Match indices stay clear of wrapping round, whatever --matches says.
+constexpr std::uint64_t kLastFirst = std::numeric_limits<std::int64_t>::max();
+
+// The options that switch one of the match's settings from its default.
+struct Switch {
+  std::string_view name;
+  bool quorvel::sim::Settings::*setting;
+  bool value;
+};
+const Switch kSwitches[] = {{"--ten-seconds", &quorvel::sim::Settings::tenSeconds, true},
+                            {"--rank", &quorvel::sim::Settings::rank, true},
+                            {"--walk", &quorvel::sim::Settings::quickplay, false},
+                            {"--random-teams", &quorvel::sim::Settings::randomTeams, true},
+                            {"--auto", &quorvel::sim::Settings::autoPlay, true}};
 
 struct Options {
+  quorvel::sim::Settings settings;  // the switches above; mode and IQs are set per cell
   long matches = 100;
   std::uint64_t seed = 1;
   std::uint64_t first = 0;
@@ -44,52 +74,110 @@ struct Options {
   bool list = false;
 };
 
-bool wholeNumber(const char* s, long long lo, long long& v) {
-  char* end = nullptr;
-  v = std::strtoll(s, &end, 10);
-  return end != s && *end == '\0' && v >= lo;
+// An argument as a message may show it: long ones shortened, control bytes escaped.
+std::string shown(std::string_view s) {
+  constexpr std::size_t kLongest = 40;
+  std::string out;
+  for (std::size_t i = 0; i < s.size() && i < kLongest; ++i) {
+    const auto c = static_cast<unsigned char>(s[i]);
+    if (c >= 0x20 && c < 0x7f) {
+      out += static_cast<char>(c);
+    } else {
+      char hex[5];
+      std::snprintf(hex, sizeof hex, "\\x%02x", c);
+      out += hex;
+    }
+  }
+  if (s.size() > kLongest) out += "...";
+  return out;
 }
 
-bool parse(int argc, char** argv, Options& o) {
+// Reads `text` as a whole number lo..hi for `option`; says what is wrong when it is not.
+bool wholeNumber(const char* option, std::string_view text, std::uint64_t lo, std::uint64_t hi,
+                 std::uint64_t& v) {
+  const auto r = std::from_chars(text.data(), text.data() + text.size(), v);
+  if (r.ec == std::errc() && r.ptr == text.data() + text.size() && v >= lo && v <= hi) return true;
+  std::fprintf(stderr, "quorvel-sim: %s takes a whole number %llu..%llu, not '%s'\n", option,
+               static_cast<unsigned long long>(lo), static_cast<unsigned long long>(hi),
+               shown(text).c_str());
+  return false;
+}
+
+bool oneOf(const char* option, std::string_view text,
+           std::initializer_list<std::string_view> words) {
+  if (std::find(words.begin(), words.end(), text) != words.end()) return true;
+  std::string list;
+  for (auto w = words.begin(); w != words.end(); ++w)
+    list += (w == words.begin() ? "" : w + 1 == words.end() ? " or " : ", ") + std::string(*w);
+  std::fprintf(stderr, "quorvel-sim: %s takes %s, not '%s'\n", option, list.c_str(),
+               shown(text).c_str());
+  return false;
+}
+
+bool iqList(const char* option, const char* text, std::vector<int>& iqs) {
+  if (quorvel::sim::parseIqList(text, iqs)) return true;
+  std::fprintf(stderr, "quorvel-sim: %s takes IQs 1..6 as a list such as 1-6 or 2,4,6, not '%s'\n",
+               option, shown(text).c_str());
+  return false;
+}
+
+enum class Parsed { Run, Help, Bad };
+
+Parsed parse(int argc, char** argv, Options& o) {
   for (int i = 1; i < argc; ++i) {
-    const std::string a = argv[i];
+    const std::string_view a = argv[i];
     if (a == "--list") {
       o.list = true;
       continue;
     }
-    if (a == "--help" || a == "-h") return false;
-    if (i + 1 >= argc) return false;
-    const char* v = argv[++i];
-    long long n = 0;
-    if (a == "--matches" && wholeNumber(v, 1, n)) {
+    if (a == "--help" || a == "-h") return Parsed::Help;
+    const auto sw = std::find_if(std::begin(kSwitches), std::end(kSwitches),
+                                 [&](const Switch& k) { return k.name == a; });
+    if (sw != std::end(kSwitches)) {
+      o.settings.*(sw->setting) = sw->value;
+      continue;
+    }
+    static const char* const kTakingValues[] = {"--matches", "--seed", "--first", "--jobs",
+                                                "--mode",    "--left", "--iq",    "--left-iq"};
+    if (std::find(std::begin(kTakingValues), std::end(kTakingValues), a) ==
+        std::end(kTakingValues)) {
+      std::fprintf(stderr, "quorvel-sim: unknown option '%s' (--help lists them)\n",
+                   shown(a).c_str());
+      return Parsed::Bad;
+    }
+    if (i + 1 >= argc) {
+      std::fprintf(stderr, "quorvel-sim: %s needs a value\n", argv[i]);
+      return Parsed::Bad;
+    }
+    const char* opt = argv[i];
+    const std::string_view v = argv[++i];
+    std::uint64_t n = 0;
+    bool ok = true;
+    if (a == "--matches") {
+      ok = wholeNumber(opt, v, 1, kMostMatches, n);
       o.matches = static_cast<long>(n);
-    } else if (a == "--seed" && wholeNumber(v, 0, n)) {
-      o.seed = static_cast<std::uint64_t>(n);
-    } else if (a == "--first" && wholeNumber(v, 0, n)) {
-      o.first = static_cast<std::uint64_t>(n);
-    } else if (a == "--jobs" && wholeNumber(v, 0, n)) {
+    } else if (a == "--seed") {
+      ok = wholeNumber(opt, v, 0, std::numeric_limits<std::uint64_t>::max(), o.seed);
+    } else if (a == "--first") {
+      ok = wholeNumber(opt, v, 0, kLastFirst, o.first);
+    } else if (a == "--jobs") {
+      ok = wholeNumber(opt, v, 0, kMostJobs, n);
       o.jobs = n == 0 ? static_cast<int>(std::max(1u, std::thread::hardware_concurrency()))
                       : static_cast<int>(n);
-    } else if (a == "--mode" && std::strcmp(v, "free") == 0) {
-      o.mode = Mode::Free;
-    } else if (a == "--mode" && std::strcmp(v, "keys") == 0) {
-      o.mode = Mode::Keys;
-    } else if (a == "--mode" && std::strcmp(v, "ai") == 0) {
-      o.mode = Mode::AI;
-    } else if (a == "--left" && std::strcmp(v, "random") == 0) {
-      o.left = LeftPlayer::Random;
-    } else if (a == "--left" && std::strcmp(v, "mirror") == 0) {
-      o.left = LeftPlayer::Mirror;
-    } else if (a == "--iq" && quorvel::sim::parseIqList(v, o.iqs)) {
-    } else if (a == "--left-iq" && quorvel::sim::parseIqList(v, o.leftIqs)) {
+    } else if (a == "--mode") {
+      ok = oneOf(opt, v, {"free", "keys", "ai"});
+      o.mode = v == "free" ? Mode::Free : v == "keys" ? Mode::Keys : Mode::AI;
+    } else if (a == "--left") {
+      ok = oneOf(opt, v, {"random", "mirror"});
+      o.left = v == "random" ? LeftPlayer::Random : LeftPlayer::Mirror;
     } else {
-      std::fprintf(stderr, "quorvel-sim: bad option %s %s\n", a.c_str(), v);
-      return false;
+      ok = iqList(opt, argv[i], a == "--iq" ? o.iqs : o.leftIqs);
     }
+    if (!ok) return Parsed::Bad;
   }
   if (o.leftIqs.empty()) o.leftIqs = o.iqs;
   if (o.left == LeftPlayer::Random) o.leftIqs = {0};
-  return true;
+  return Parsed::Run;
 }
 
 const char* modeName(Mode m) {
@@ -145,9 +233,14 @@ void printTable(const Options& o, const std::vector<std::vector<quorvel::sim::Ta
 
 int main(int argc, char** argv) {
   Options o;
-  if (!parse(argc, argv, o)) {
-    std::fputs(kUsage, stderr);
-    return 2;
+  switch (parse(argc, argv, o)) {
+    case Parsed::Help:
+      std::fputs(kUsage, stdout);
+      return 0;
+    case Parsed::Bad:
+      return 2;
+    case Parsed::Run:
+      break;
   }
 
   std::vector<std::vector<quorvel::sim::Tally>> cells(
@@ -158,7 +251,7 @@ int main(int argc, char** argv) {
   const std::clock_t cpuStart = std::clock();
   for (std::size_t r = 0; r < o.iqs.size(); ++r) {
     for (std::size_t c = 0; c < o.leftIqs.size(); ++c) {
-      quorvel::sim::Settings s;
+      quorvel::sim::Settings s = o.settings;
       s.mode = o.mode;
       s.iq = o.iqs[r];
       s.left = o.left;
@@ -205,6 +298,8 @@ int main(int argc, char** argv) {
     std::printf(", left mirror IQ");
     for (int iq : o.leftIqs) std::printf(" %d", iq);
   }
+  for (const auto& k : kSwitches)
+    if (o.settings.*(k.setting) == k.value) std::printf(", %s", k.name.data() + 2);
   std::printf(", seed %llu, jobs %d\n", static_cast<unsigned long long>(o.seed), o.jobs);
   printSummary(all);
   if (o.left == LeftPlayer::Mirror || o.iqs.size() > 1) printTable(o, cells);

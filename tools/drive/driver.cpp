@@ -75,18 +75,50 @@ bool real(const std::string& s, double& out) {
 // runs about six million ticks; this stops a timer loop that never lets time move on.
 constexpr std::int64_t kTickBudget = 50'000'000;
 
+// The longest wait one `advance` or `until` may ask for: a week of virtual time stays within the
+// tick budget, and the clock far from overflowing however many waits a script makes.
+constexpr std::int64_t kLongestWait = 7LL * 24 * 60 * 60 * 1000;
+
+std::string waitTooLong(const char* cmd, const std::string& ms) {
+  return std::string(cmd) + ": " + ms + " ms is longer than the longest wait, " +
+         std::to_string(kLongestWait) + " ms (a week)";
+}
+
+// What a script wrote, as a message may show it: bytes other than printable ASCII escaped as
+// \xNN, and a long text cut in the middle, so that a binary file or a megabyte line can neither
+// flood nor drive the terminal.
+std::string printable(std::string_view text) {
+  constexpr std::size_t kHead = 160, kTail = 60;
+  auto escaped = [](std::string_view part) {
+    std::string out;
+    for (const char ch : part) {
+      const auto c = static_cast<unsigned char>(ch);
+      if (c >= 0x20 && c < 0x7f) {
+        out += ch;
+      } else {
+        static const char kHex[] = "0123456789abcdef";
+        out += {'\\', 'x', kHex[c >> 4], kHex[c & 15]};
+      }
+    }
+    return out;
+  };
+  if (text.size() <= kHead + kTail) return escaped(text);
+  return escaped(text.substr(0, kHead)) + "...(" + std::to_string(text.size() - kHead - kTail) +
+         " bytes left out)..." + escaped(text.substr(text.size() - kTail));
+}
+
 }  // namespace
 
 Driver::Driver(std::ostream& out, std::ostream& err)
     : out_(out), err_(err), form_(newMatchForm()), paths_(std::make_unique<FormPaths>(*form_)) {}
 
 Driver::Status Driver::fail(int lineNo, const std::string& what) {
-  err_ << "line " << lineNo << ": " << what << std::endl;
+  err_ << "line " << lineNo << ": " << printable(what) << std::endl;
   return kFailed;
 }
 
 Driver::Status Driver::error(int lineNo, const std::string& what) {
-  err_ << "line " << lineNo << ": " << what << std::endl;
+  err_ << "line " << lineNo << ": " << printable(what) << std::endl;
   return kError;
 }
 
@@ -269,6 +301,7 @@ Driver::Status Driver::advance(const Words& w, int lineNo) {
   std::int64_t ms;
   if (!whole(w[1], ms) || ms < 0)
     return error(lineNo, "advance needs a whole number of ms >= 0, not '" + w[1] + "'");
+  if (ms > kLongestWait) return error(lineNo, waitTooLong("advance", w[1]));
   if (!form_->Sched.advance(ms, kTickBudget))
     return error(lineNo, "timers kept firing without time moving on");
   return kOk;
@@ -278,6 +311,7 @@ Driver::Status Driver::until(const Words& w, int lineNo) {
   std::int64_t ms;
   if (!whole(w[3], ms) || ms < 0)
     return error(lineNo, "until needs a whole number of ms >= 0, not '" + w[3] + "'");
+  if (ms > kLongestWait) return error(lineNo, waitTooLong("until", w[3]));
   Scheduler& sched = form_->Sched;
   const Millis limit = sched.now() + ms;
   for (std::int64_t n = 0;; ++n) {

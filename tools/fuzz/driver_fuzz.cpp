@@ -14,9 +14,8 @@ namespace {
 // Ten virtual minutes a command keeps one input quick; longer waits only repeat the same ticks.
 constexpr long long kLongestWait = 600000;
 
-// Lines left out: waits beyond kLongestWait, and `set` on a bare form variable. A script may
-// write any state that way (an owner of 5000, a side to play of 7), which the game's own
-// inputs never produce and its procedures do not guard against.
+// Lines left out: waits beyond kLongestWait. Every other line runs, `set` included: a script may
+// only write values the game's own inputs can produce.
 bool runnable(std::string_view line) {
   std::vector<std::string> w;
   std::string reason;
@@ -27,7 +26,6 @@ bool runnable(std::string_view line) {
     const long long v = std::strtoll(ms.c_str(), &end, 10);
     if (ms.size() > 12 || v > kLongestWait) return false;
   }
-  if (w[0] == "set" && w.size() >= 2 && w[1].find('.') == std::string::npos) return false;
   return true;
 }
 
