@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <set>
 #include <string>
 
 #include "match/events.h"
@@ -139,6 +140,37 @@ TEST_F(HarnessChecks, ASideMakesAtMostTwoSubstitutions) {
     }
   }
   EXPECT_NE(h.fault().what.find("third substitution"), std::string::npos);
+}
+
+TEST_F(HarnessChecks, TeamColoursMustStayReadable) {
+  MatchForm& f = h.form();
+  std::set<std::uint32_t> seen;
+  for (int n = 0; n < 600; ++n) {
+    Control* draws[] = {&f.RainB[n % 4], &f.CDcontest[1 + n % 2], &f.cdr};
+    userClick(f, *draws[n % 3]);
+    ASSERT_TRUE(h.checkNow()) << h.report();
+    seen.insert(f.RainB[n % 4].BackColor.rgb);
+  }
+  EXPECT_GT(seen.size(), 40u) << "the draw should offer a real variety";
+
+  const struct {
+    int swatch;
+    Colour colour;
+    const char* words;
+  } breaches[] = {
+      {1, RGB(252, 84, 84), "side 1's colours"},      // pink numbers on red shirts
+      {0, RGB(42, 126, 42), "melts into the grass"},  // reads on white, not on the pitch
+      {3, RGB(210, 0, 0), "main colours"},            // two red teams
+  };
+  for (const auto& b : breaches) {
+    Harness fresh(7);
+    MatchForm& g = fresh.form();
+    g.ColRed[b.swatch] = static_cast<Integer>(b.colour.red());
+    g.ColGreen[b.swatch] = static_cast<Integer>(b.colour.green());
+    g.ColBlue[b.swatch] = static_cast<Integer>(b.colour.blue());
+    EXPECT_FALSE(fresh.checkNow()) << b.words;
+    EXPECT_NE(fresh.fault().what.find(b.words), std::string::npos) << fresh.fault().what;
+  }
 }
 
 TEST_F(HarnessChecks, ATimerThatKeepsFiringIsCaught) {
