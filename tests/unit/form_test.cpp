@@ -77,8 +77,12 @@ TEST(Scheduler, StepRunsOneTickAtMostUpToTheLimit) {
   c.s.add(a, [&] { c.record(a); });
   EXPECT_FALSE(c.s.step(14));
   EXPECT_EQ(c.s.now(), 0);
+  EXPECT_EQ(c.s.nextDue(), 15);
   EXPECT_TRUE(c.s.step(100));
   EXPECT_EQ(c.s.now(), 15);
+  EXPECT_EQ(c.s.nextDue(), 30);
+  a.setEnabled(false);
+  EXPECT_EQ(c.s.nextDue(), Scheduler::kNever);
   Timer zero(c.s, "zero", 0, true);  // an interval of 0 never fires
   EXPECT_EQ(zero.due(), Scheduler::kNever);
 }
