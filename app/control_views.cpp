@@ -16,6 +16,16 @@ PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget*
 }
 
 void PictureView::refresh() {
+  // This runs for every picture after every tick: compare the model's own values first.
+  Shown now{picture_.Image, picture_.BackColor, picture_.Left > 7680, {}};
+  if (number_ != nullptr)
+    now.number = {number_->Text,   number_->ForeColor.rgb, number_->BackColor.rgb,
+                  number_->Left,   number_->Top,           number_->Width,
+                  number_->Height, picture_.Width,         picture_.Height};
+  if (taken_ && now == shown_) return;
+  taken_ = true;
+  shown_ = now;
+
   PictureLook look;
   look.back = toQColor(picture_.BackColor);
   if (number_ != nullptr) {
@@ -101,6 +111,10 @@ bool PictureButton::bare() const {
 }
 
 void PictureButton::refresh() {
+  if (taken_ && button_.Image == image_ && button_.BackColor == shownBack_) return;
+  taken_ = true;
+  image_ = button_.Image;
+  shownBack_ = button_.BackColor;
   const QString key = QString::fromStdString(button_.Image);
   const QColor back = toQColor(button_.BackColor);
   if (key == key_ && back == back_) return;

@@ -7,6 +7,8 @@
 #include <QPixmap>
 #include <QProxyStyle>
 #include <QWidget>
+#include <cstdint>
+#include <string>
 
 #include "form/controls.h"
 #include "pictures.h"
@@ -36,6 +38,20 @@ class PictureView : public QWidget {
   void draw(QPainter& p) const;
   const Picture& picture_;
   const TextBox* number_;
+  // The model's values last taken over, compared before anything is converted.
+  struct Shown {
+    std::string image;
+    Colour back;
+    bool opensLeft = false;
+    struct Number {
+      std::string text;
+      std::uint32_t ink = 0, back = 0;
+      double left = 0, top = 0, width = 0, height = 0, pictureWidth = 0, pictureHeight = 0;
+      bool operator==(const Number&) const = default;
+    } number;
+    bool operator==(const Shown&) const = default;
+  } shown_;
+  bool taken_ = false;
   QString key_;
   PictureLook look_;
   QPixmap drawn_;  // the picture at the current size and pixel ratio; empty when stale
@@ -57,6 +73,9 @@ class PictureButton : public QAbstractButton {
  private:
   bool bare() const;  // drawn without a button face (the flags)
   const CommandButton& button_;
+  std::string image_;  // the model's values last taken over
+  Colour shownBack_;
+  bool taken_ = false;
   QString key_;
   QColor back_;
   bool hovered_ = false;

@@ -9,7 +9,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "match/events.h"
 
@@ -18,6 +20,8 @@ namespace quorvel {
 namespace {
 
 constexpr double kTwipsPerPixel = 15;
+// No text is drawn smaller than this many pixels, the least that stays legible.
+constexpr double kLegiblePx = 9;
 
 struct FontStyle {
   double px;  // pixel size at scale 1
@@ -141,6 +145,7 @@ struct FormWindow::Binding {
   int value = 0;
   bool locked = false;
   int min = 0, max = 0, small = 0, large = 0;
+  bool pictureButton = false;  // a command button drawn as its picture
 };
 
 FormWindow::FormWindow(MatchForm& f, double clientWidth, double clientHeight)
@@ -206,6 +211,7 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number) {
       auto* t = new TextView(parent);
       connect(t, &TextView::clicked, this, [this, &c] { forward(c); });
       connect(t, &QLineEdit::textEdited, this, [this, &box, t](const QString& text) {
+        emit aboutToHandle();
         if (!userEdit(f_, box, text.toStdString())) {
           const QSignalBlocker quiet(t);
           t->setText(qs(box.Text));
@@ -220,6 +226,7 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number) {
       auto* s = new QScrollBar(Qt::Horizontal, parent);
       connect(s, &QScrollBar::valueChanged, this, [this, &bar](int value) {
         if (syncing_) return;
+        emit aboutToHandle();
         userScroll(f_, bar, value);
         emit handled();
       });
@@ -244,11 +251,18 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number) {
   bindings_.push_back(std::make_unique<Binding>(c, w, number));
   byName_[c.name] = w;
   Binding& b = *bindings_.back();
+  b.pictureButton = qobject_cast<PictureButton*>(w) != nullptr;
   applyFont(b);
   syncing_ = true;
   sync(b);
   syncing_ = false;
   return w;
+}
+
+double FormWindow::legibleScale() const {
+  double smallest = std::numeric_limits<double>::max();
+  for (const auto& b : bindings_) smallest = std::min(smallest, fontFor(b->c).px);
+  return bindings_.empty() ? 0 : kLegiblePx / smallest;
 }
 
 QWidget* FormWindow::widgetFor(const std::string& name) const {
@@ -257,6 +271,7 @@ QWidget* FormWindow::widgetFor(const std::string& name) const {
 }
 
 void FormWindow::forward(Control& c) {
+  emit aboutToHandle();
   userClick(f_, c);
   emit handled();
 }
@@ -310,8 +325,8 @@ void FormWindow::sync(Binding& b) {
       static_cast<PictureView*>(w)->refresh();
       break;
     case Kind::CommandButton:
-      if (auto* pic = qobject_cast<PictureButton*>(w)) {
-        pic->refresh();
+      if (b.pictureButton) {
+        static_cast<PictureButton*>(w)->refresh();
       } else if (fresh || captionOf(c) != b.text) {
         b.text = captionOf(c);
         static_cast<QPushButton*>(w)->setText(qs(b.text));
@@ -417,7 +432,7 @@ void FormWindow::applyFont(Binding& b) {
     const double room = b.w->width() - 6 * scale_;
     const double needed = QFontMetricsF(font).horizontalAdvance(edit->text());
     if (needed > room && room > 0) {
-      px = std::max(px * 0.6, px * room / needed);
+      px = std::max({px * 0.6, px * room / needed, std::min(px, kLegiblePx)});
       font.setPixelSize(std::max(1, static_cast<int>(px)));
     }
   }

@@ -36,8 +36,12 @@ class FormWindow : public QWidget {
   // The letterboxed area the whole form fills.
   QRectF formArea() const;
   QSize naturalSize() const;  // the size at scale 1
+  // The smallest scale at which every text of the bound widgets is still legible.
+  double legibleScale() const;
 
  signals:
+  // The person is about to do something that reaches the model.
+  void aboutToHandle();
   // The person did something that reached the model; the owner brings every view up to date.
   void handled();
 

@@ -4,11 +4,14 @@
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
 #include <QUrl>
 #include <QWindow>
 #include <algorithm>
+#include <cmath>
+#include <vector>
 
 #include "match/events.h"
 #include "pictures.h"
@@ -19,9 +22,12 @@ namespace {
 
 constexpr double kClientWidth = 18720;
 constexpr double kClientHeight = 11520;
-constexpr int kPumpMs = 4;
 // After a long stall (a suspended laptop) the game resumes instead of replaying hours of ticks.
 constexpr qint64 kLongestCatchUp = 5000;
+// The pump wakes at most once per interval of the game's fastest timers: a slower timer due
+// in between is served with the next fast tick, at most that much later on the wall clock.
+// Virtual time still runs every tick at its own moment, so the game plays exactly the same.
+constexpr qint64 kShortestSleep = 15;
 
 bool onLinksForm(const MatchForm& f, const Control& c) {
   const auto& l = f.LinksForm;
@@ -51,14 +57,19 @@ MatchWindow::MatchWindow(MatchForm& f)
     if (indexIn(f_.Banner, c) >= 0 || indexIn(f_.RainB, c) >= 0)
       w->setCursor(Qt::PointingHandCursor);
   });
-  // The banners wait under the pitch until they slide out below it.
+  // The banners wait under the pitch until they slide out below it. The pitch covers its
+  // whole rectangle, so nothing under it is painted.
   for (auto& banner : f.Banner)
     if (QWidget* w = widgetFor(banner.name)) w->lower();
+  if (QWidget* grass = widgetFor(f.Grass.name)) grass->setAttribute(Qt::WA_OpaquePaintEvent);
 
   links_ = std::make_unique<LinksWindow>(f);
   links_->setWindowIcon(appIcon());
   connect(this, &FormWindow::handled, this, &MatchWindow::refresh);
   connect(links_.get(), &FormWindow::handled, this, &MatchWindow::refresh);
+  // Input lands at the moment it happens, not at the last tick the pump ran.
+  connect(this, &FormWindow::aboutToHandle, this, &MatchWindow::catchUp);
+  connect(links_.get(), &FormWindow::aboutToHandle, this, &MatchWindow::catchUp);
 
   f.platform.openUrl = [](const std::string& url) {
     return QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
@@ -76,9 +87,16 @@ MatchWindow::MatchWindow(MatchForm& f)
   windowHandle()->installEventFilter(this);
 
   pump_.setTimerType(Qt::PreciseTimer);
+  pump_.setSingleShot(true);
   connect(&pump_, &QTimer::timeout, this, &MatchWindow::tick);
 
-  // Start at the natural size, or as large as fits on the screen, keeping proportions.
+  orderTabs();
+
+  // Never so small that a label is hard to read; start at the natural size, or as large as
+  // fits on the screen, keeping proportions.
+  const double smallest = legibleScale();
+  setMinimumSize(static_cast<int>(std::ceil(naturalSize().width() * smallest)),
+                 static_cast<int>(std::ceil(naturalSize().height() * smallest)));
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
     const QSize room = screen->availableGeometry().size() * 0.95;
     resize(naturalSize().scaled(naturalSize().boundedTo(room), Qt::KeepAspectRatio));
@@ -97,15 +115,37 @@ MatchWindow::~MatchWindow() {
 void MatchWindow::startClock() {
   clock_.start();
   lastWall_ = 0;
-  pump_.start(kPumpMs);
+  lastWake_ = -kShortestSleep;
+  schedulePump();
 }
 
 void MatchWindow::tick() {
+  const std::int64_t before = f_.Sched.ticksRun();
+  catchUp();
+  if (f_.Sched.ticksRun() != before) lastWake_ = lastWall_;
+  refresh();
+}
+
+void MatchWindow::catchUp() {
+  if (!clock_.isValid()) return;
   const qint64 now = clock_.elapsed();
   const qint64 ms = std::min(now - lastWall_, kLongestCatchUp);
   lastWall_ = now;
-  if (modal_ > 0 || f_.Ended) return;
-  pump(ms);
+  if (modal_ > 0 || f_.Ended || ms <= 0) return;
+  f_.Sched.advance(ms);
+}
+
+void MatchWindow::schedulePump() {
+  const Millis due = f_.Sched.nextDue();
+  if (!clock_.isValid() || modal_ > 0 || f_.Ended || due == Scheduler::kNever) {
+    pump_.stop();  // a message box, or the end, restarts it
+    return;
+  }
+  // Virtual now() stands for the wall time lastWall_.
+  const qint64 now = clock_.elapsed();
+  const qint64 wait =
+      std::max(due - f_.Sched.now() - (now - lastWall_), lastWake_ + kShortestSleep - now);
+  pump_.start(static_cast<int>(std::clamp<qint64>(wait, 0, kLongestCatchUp)));
 }
 
 void MatchWindow::pump(Millis ms) {
@@ -131,6 +171,65 @@ void MatchWindow::refresh() {
   syncFromModel();
   links_->syncFromModel();
   applyFocus();
+  schedulePump();
+}
+
+// Tab follows the eye: the left team's panel, the right team's, then the column of controls
+// beside the pitch (so Exit comes last); within each, rows top to bottom and left to right, a
+// frame's controls together where the frame stands.
+void MatchWindow::orderTabs() {
+  struct Stop {
+    QWidget* w;
+    QRectF block, own;  // twips: its outermost frame's place (or its own), and its own
+  };
+  auto absolute = [](const Control& c) {
+    QRectF r(c.Left, c.Top, c.Width, c.Height);
+    for (const Control* p = c.parent; p != nullptr; p = p->parent) r.translate(p->Left, p->Top);
+    return r;
+  };
+  const QRectF pitch = absolute(f_.Grass);
+  std::vector<Stop> panels[3];
+  forEachControl(f_, [&](Control& c) {
+    QWidget* w = onLinksForm(f_, c) ? nullptr : widgetFor(c.name);
+    if (w == nullptr || w->focusPolicy() == Qt::NoFocus) return;
+    const Control* outer = &c;
+    while (outer->parent != nullptr) outer = outer->parent;
+    const Stop stop{w, absolute(*outer), absolute(c)};
+    const double x = stop.block.left();
+    panels[x < pitch.center().x() ? 0 : x < pitch.right() ? 1 : 2].push_back(stop);
+  });
+  // Rows: a stop whose top lies in the upper half of the row's first stop joins that row.
+  auto readingOrder = [](std::vector<Stop>& stops, QRectF Stop::*rect) {
+    std::stable_sort(stops.begin(), stops.end(), [rect](const Stop& a, const Stop& b) {
+      return (a.*rect).top() < (b.*rect).top();
+    });
+    for (auto row = stops.begin(); row != stops.end();) {
+      const QRectF lead = (*row).*rect;
+      auto end = std::find_if(row, stops.end(), [&](const Stop& s) {
+        return (s.*rect).top() >= lead.top() + lead.height() / 2;
+      });
+      std::stable_sort(row, end, [rect](const Stop& a, const Stop& b) {
+        return (a.*rect).left() < (b.*rect).left();
+      });
+      row = end;
+    }
+  };
+  QWidget* previous = nullptr;
+  for (auto& panel : panels) {
+    readingOrder(panel, &Stop::block);
+    // Within a frame, its own controls in reading order.
+    for (auto first = panel.begin(); first != panel.end();) {
+      auto last =
+          std::find_if(first, panel.end(), [&](const Stop& s) { return s.block != first->block; });
+      std::vector<Stop> block(first, last);
+      readingOrder(block, &Stop::own);
+      for (const Stop& s : block) {
+        if (previous != nullptr) setTabOrder(previous, s.w);
+        previous = s.w;
+      }
+      first = last;
+    }
+  }
 }
 
 void MatchWindow::applyFocus() {
@@ -148,16 +247,25 @@ void MatchWindow::showMessage(const Message& m) {
   QMessageBox box(m.critical ? QMessageBox::Critical : QMessageBox::NoIcon,
                   QString::fromStdString(m.Title), text, QMessageBox::Ok, owner);
   box.setTextFormat(Qt::PlainText);
+  // Each line of the text stays one line: the box would otherwise wrap at about 500 pixels.
+  if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+    int widest = 0;
+    for (const QString& line : text.split(QLatin1Char('\n')))
+      widest = std::max(widest, label->fontMetrics().horizontalAdvance(line));
+    label->setMinimumWidth(widest + 2 * label->margin() + 2 * label->frameWidth() + 1);
+  }
   ++modal_;
   box.exec();
   --modal_;
   // The game stood still while the box was up; it goes on from where it was.
   if (clock_.isValid()) lastWall_ = clock_.elapsed();
+  schedulePump();
 }
 
 bool MatchWindow::eventFilter(QObject* watched, QEvent* e) {
   if (watched == windowHandle() && e->type() == QEvent::KeyPress) {
     const QString typed = static_cast<QKeyEvent*>(e)->text();
+    if (!typed.isEmpty()) catchUp();
     for (const QChar ch : typed)
       if (ch.unicode() > 0 && ch.unicode() < 256) userKey(f_, ch.unicode());
     // The widget that had the focus gets the key too, even when the handler moved the focus:

@@ -1,5 +1,6 @@
 // The main window: shows the whole MatchForm and forwards the person's input to it. It owns
 // the closing window and the one pump that moves the model's virtual time to the wall clock.
+// The pump sleeps until the next timer of the game is due, so a game at rest rests.
 #pragma once
 
 #include <QElapsedTimer>
@@ -35,15 +36,21 @@ class MatchWindow : public FormWindow {
 
  private:
   void tick();
+  // Brings virtual time up to the wall clock, running the ticks due meanwhile.
+  void catchUp();
+  // Sets the pump to wake when the next tick is due.
+  void schedulePump();
   void showMessage(const Message& m);
   void applyFocus();
+  void orderTabs();
 
   std::unique_ptr<LinksWindow> links_;
   QTimer pump_;
   QElapsedTimer clock_;
-  qint64 lastWall_ = 0;
-  int modal_ = 0;  // message boxes open: time stands still meanwhile
-  bool shown_;     // f.Visible as last acted on
+  qint64 lastWall_ = 0;  // wall time (ms) that virtual now() stands for
+  qint64 lastWake_ = 0;  // wall time of the pump's last wake-up that ran a tick
+  int modal_ = 0;        // message boxes open: time stands still meanwhile
+  bool shown_;           // f.Visible as last acted on
   bool linksShown_;
   std::string lastActive_;
   Colour lastBack_;

@@ -1,12 +1,15 @@
 #include "pictures.h"
 
 #include <QFontMetricsF>
+#include <QIconEngine>
 #include <QLinearGradient>
 #include <QPainterPath>
 #include <QPixmap>
 #include <QRadialGradient>
 #include <array>
 #include <cmath>
+#include <map>
+#include <memory>
 #include <numbers>
 
 #include "ui/ui.h"
@@ -560,17 +563,41 @@ void drawAppIcon(QPainter& p, const QRectF& r) {
   p.restore();
 }
 
-QIcon appIcon() {
-  QIcon icon;
-  for (int side : {16, 24, 32, 48, 64, 128, 256}) {
-    QPixmap pixmap(side, side);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    drawAppIcon(p, QRectF(0, 0, side, side));
-    p.end();
-    icon.addPixmap(pixmap);
+namespace {
+
+// Draws the icon at a size only when a window first asks for that size: a window that is never
+// shown never draws it.
+class AppIconEngine : public QIconEngine {
+ public:
+  void paint(QPainter* p, const QRect& r, QIcon::Mode, QIcon::State) override {
+    drawAppIcon(*p, r);
   }
-  return icon;
+  QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override {
+    QPixmap& drawn = (*drawn_)[{size.width(), size.height()}];
+    if (drawn.isNull()) {
+      drawn = QPixmap(size);
+      drawn.fill(Qt::transparent);
+      QPainter p(&drawn);
+      drawAppIcon(p, QRectF(QPointF(), size));
+    }
+    return drawn;
+  }
+  QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
+    QList<QSize> sizes;
+    for (int side : {16, 24, 32, 48, 64, 128, 256}) sizes.append(QSize(side, side));
+    return sizes;
+  }
+  QIconEngine* clone() const override { return new AppIconEngine(*this); }
+
+ private:
+  std::shared_ptr<std::map<std::pair<int, int>, QPixmap>> drawn_ =
+      std::make_shared<std::map<std::pair<int, int>, QPixmap>>();
+};
+
+}  // namespace
+
+QIcon appIcon() {
+  return QIcon(new AppIconEngine);
 }
 
 }  // namespace quorvel

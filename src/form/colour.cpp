@@ -1,6 +1,9 @@
 #include "form/colour.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <numbers>
 
 namespace quorvel {
 
@@ -26,6 +29,94 @@ std::optional<Colour> parseHex(std::string_view text) {
     v = v * 16 + static_cast<std::uint32_t>(d);
   }
   return Colour{v};
+}
+
+namespace {
+
+// sRGB component 0..255 to linear light 0..1.
+double linear(int component) {
+  const double c = component / 255.0;
+  return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+}
+
+double luminance(Colour c) {
+  return 0.2126 * linear(c.red()) + 0.7152 * linear(c.green()) + 0.0722 * linear(c.blue());
+}
+
+double degrees(double radians) {
+  return radians * 180 / std::numbers::pi;
+}
+
+double radians(double degrees) {
+  return degrees * std::numbers::pi / 180;
+}
+
+}  // namespace
+
+double contrastRatio(Colour a, Colour b) {
+  const double la = luminance(a), lb = luminance(b);
+  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+Lab toLab(Colour c) {
+  const double r = linear(c.red()), g = linear(c.green()), b = linear(c.blue());
+  // XYZ relative to the D65 white point.
+  const double x = (0.4124 * r + 0.3576 * g + 0.1805 * b) / 0.95047;
+  const double y = 0.2126 * r + 0.7152 * g + 0.0722 * b;
+  const double z = (0.0193 * r + 0.1192 * g + 0.9505 * b) / 1.08883;
+  auto f = [](double t) {
+    constexpr double kEpsilon = 216.0 / 24389, kKappa = 24389.0 / 27;
+    return t > kEpsilon ? std::cbrt(t) : (kKappa * t + 16) / 116;
+  };
+  return {116 * f(y) - 16, 500 * (f(x) - f(y)), 200 * (f(y) - f(z))};
+}
+
+// Sharma, Wu and Dalal's formulation, with their test data in the unit tests.
+double deltaE(const Lab& x, const Lab& y) {
+  const double c1 = std::hypot(x.a, x.b), c2 = std::hypot(y.a, y.b);
+  const double cMean7 = std::pow((c1 + c2) / 2, 7);
+  const double g = 0.5 * (1 - std::sqrt(cMean7 / (cMean7 + std::pow(25.0, 7))));
+  const double a1 = (1 + g) * x.a, a2 = (1 + g) * y.a;
+  const double cp1 = std::hypot(a1, x.b), cp2 = std::hypot(a2, y.b);
+  auto hue = [](double b, double a) {
+    if (a == 0 && b == 0) return 0.0;
+    const double h = degrees(std::atan2(b, a));
+    return h < 0 ? h + 360 : h;
+  };
+  const double h1 = hue(x.b, a1), h2 = hue(y.b, a2);
+
+  const double dL = y.L - x.L, dC = cp2 - cp1;
+  double dh = 0;
+  if (cp1 * cp2 != 0) {
+    dh = h2 - h1;
+    if (dh > 180) dh -= 360;
+    if (dh < -180) dh += 360;
+  }
+  const double dH = 2 * std::sqrt(cp1 * cp2) * std::sin(radians(dh / 2));
+
+  const double lMean = (x.L + y.L) / 2, cpMean = (cp1 + cp2) / 2;
+  double hMean = h1 + h2;
+  if (cp1 * cp2 != 0) {
+    if (std::abs(h1 - h2) <= 180)
+      hMean = (h1 + h2) / 2;
+    else
+      hMean = h1 + h2 < 360 ? (h1 + h2 + 360) / 2 : (h1 + h2 - 360) / 2;
+  }
+  const double t = 1 - 0.17 * std::cos(radians(hMean - 30)) + 0.24 * std::cos(radians(2 * hMean)) +
+                   0.32 * std::cos(radians(3 * hMean + 6)) -
+                   0.20 * std::cos(radians(4 * hMean - 63));
+  const double dTheta = 30 * std::exp(-std::pow((hMean - 275) / 25, 2));
+  const double cpMean7 = std::pow(cpMean, 7);
+  const double rc = 2 * std::sqrt(cpMean7 / (cpMean7 + std::pow(25.0, 7)));
+  const double sl = 1 + 0.015 * std::pow(lMean - 50, 2) / std::sqrt(20 + std::pow(lMean - 50, 2));
+  const double sc = 1 + 0.045 * cpMean, sh = 1 + 0.015 * cpMean * t;
+  const double rt = -std::sin(radians(2 * dTheta)) * rc;
+  const double l = dL / sl, c = dC / sc, h = dH / sh;
+  return std::sqrt(l * l + c * c + h * h + rt * c * h);
+}
+
+double deltaE(Colour x, Colour y) {
+  return deltaE(toLab(x), toLab(y));
 }
 
 }  // namespace quorvel

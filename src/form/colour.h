@@ -27,4 +27,18 @@ std::string toHex(Colour c);
 // Accepts "#rrggbb" (either case); nothing else.
 std::optional<Colour> parseHex(std::string_view text);
 
+// How readable one colour is on another: the WCAG 2 contrast ratio of their relative
+// luminances, from 1 (equally light) to 21 (black on white). It ignores hue on purpose.
+double contrastRatio(Colour a, Colour b);
+
+// A colour as the eye orders it: CIE L*a*b* of the sRGB colour under daylight (D65).
+struct Lab {
+  double L, a, b;
+};
+Lab toLab(Colour c);
+// The CIEDE2000 colour difference: about 1 is the smallest difference a person notices,
+// 25 and more tells two colours apart at a glance, hue included.
+double deltaE(const Lab& x, const Lab& y);
+double deltaE(Colour x, Colour y);
+
 }  // namespace quorvel

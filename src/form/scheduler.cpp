@@ -1,5 +1,6 @@
 #include "form/scheduler.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvel {
@@ -36,7 +37,7 @@ void Scheduler::add(Timer& timer, std::function<void()> handler) {
   entries_.push_back(Entry{&timer, std::move(handler)});
 }
 
-Scheduler::Entry* Scheduler::nextDue(Millis limit) {
+Scheduler::Entry* Scheduler::dueBy(Millis limit) {
   Entry* best = nullptr;
   Millis bestDue = kNever;
   for (Entry& e : entries_) {
@@ -49,8 +50,14 @@ Scheduler::Entry* Scheduler::nextDue(Millis limit) {
   return best;
 }
 
+Millis Scheduler::nextDue() const {
+  Millis best = kNever;
+  for (const Entry& e : entries_) best = std::min(best, e.timer->due());
+  return best;
+}
+
 bool Scheduler::step(Millis limit) {
-  Entry* e = nextDue(limit);
+  Entry* e = dueBy(limit);
   if (e == nullptr) return false;
   now_ = e->timer->due();
   ++e->timer->fired_;
@@ -67,7 +74,7 @@ bool Scheduler::advance(Millis ms, std::int64_t maxTicks) {
       return true;
     }
   }
-  return nextDue(target) == nullptr ? (now_ = target, true) : false;
+  return dueBy(target) == nullptr ? (now_ = target, true) : false;
 }
 
 }  // namespace quorvel

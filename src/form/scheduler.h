@@ -68,12 +68,16 @@ class Scheduler {
 
   std::int64_t ticksRun() const { return ticksRun_; }
 
+  // Virtual time of the earliest tick of any running timer; kNever when none runs. A window
+  // can sleep until then: nothing changes before it but what the person does.
+  Millis nextDue() const;
+
  private:
   struct Entry {
     Timer* timer;
     std::function<void()> handler;
   };
-  Entry* nextDue(Millis limit);
+  Entry* dueBy(Millis limit);
 
   Millis now_ = 0;
   std::int64_t ticksRun_ = 0;

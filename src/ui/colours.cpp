@@ -2,7 +2,6 @@
 // that shows a team, and Docol draws a new colour for one swatch.
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 #include "match/events.h"
 #include "match/match.h"
@@ -68,18 +67,21 @@ void RainB_Click(MatchForm& f, int index) {
 //
 // A colour is three levels 0..6, each component being level x 42. One draw gives three random
 // levels 0..5; a second draw in 0..17 replaces them, for 0..9, by one of ten kit colours made
-// of the levels 1, 3 and 6. The draw is repeated until the colour is
-//   - well away from both pitch greens (so the pieces stand out on the grass),
-//   - clearly different from the other team's two colours, and
-//   - in strong contrast with its own team's other colour (shirt numbers stay readable).
+// of the levels 1, 3 and 6. The draw is repeated until the colour
+//   - contrasts with its own team's other colour (shirt numbers stay readable),
+//   - stands out from both pitch greens (pieces and keepers show on the grass), and
+//   - for a main colour, stands out from the other team's main colour.
+// Lightness decides the first, so it is a contrast ratio; hue counts as much as lightness for
+// the other two, so they are colour differences (see kShirtContrast and kStandOut).
 // After 1000 refused draws (possible only with a perverse forced sequence) the first kit
-// colour, then the first of all colours, that passes is taken; if none passes at all, the one
-// farthest from everything it must stand apart from. So a draw always ends.
+// colour, then the first of all colours, that passes is taken; some always does for colours
+// on the level grid, and otherwise the one that fails by least. So a draw always ends.
 
 namespace {
 
 struct Levels {
   int r, g, b;
+  Colour colour() const { return RGB(r * 42, g * 42, b * 42); }
 };
 
 constexpr std::array<Levels, 10> kKits = {{{6, 6, 6},
@@ -93,49 +95,40 @@ constexpr std::array<Levels, 10> kKits = {{{6, 6, 6},
                                            {6, 1, 6},
                                            {3, 1, 1}}};
 
-int distance(Levels a, Levels b) {
-  return std::abs(a.r - b.r) + std::abs(a.g - b.g) + std::abs(a.b - b.b);
+Colour swatch(const MatchForm& f, int i) {
+  return RGB(f.ColRed[i], f.ColGreen[i], f.ColBlue[i]);
 }
 
-Levels levelsOf(Colour c) {
-  return {(c.red() + 21) / 42, (c.green() + 21) / 42, (c.blue() + 21) / 42};
-}
-
-Levels swatchLevels(const MatchForm& f, int i) {
-  return {f.RedStep[i], f.GreenStep[i], f.BlueStep[i]};
-}
-
+// 0<->1 (left), 2<->3 (right).
 int partnerOf(int i) {
   return i ^ 1;
-}  // 0<->1 (left), 2<->3 (right)
+}
+
+// How far `c` is from failing as swatch `index`, each measure in units of its own threshold:
+// 0 or more passes.
+double margin(const MatchForm& f, int index, Colour c) {
+  double m = contrastRatio(c, swatch(f, partnerOf(index))) / kShirtContrast - 1;
+  for (Colour green : {kPitchLight, kPitchDark}) m = std::min(m, deltaE(c, green) / kStandOut - 1);
+  if (index == 0 || index == 3) m = std::min(m, deltaE(c, swatch(f, 3 - index)) / kStandOut - 1);
+  return m;
+}
 
 bool acceptable(const MatchForm& f, int index, Levels c) {
-  if (distance(c, levelsOf(kPitchLight)) < 4 || distance(c, levelsOf(kPitchDark)) < 4) return false;
-  // Green-dominant colours melt into the grass even when bright.
-  if (c.g > c.r + 1 && c.g > c.b + 1) return false;
-  for (int j = 0; j < 4; ++j) {
-    if (j == index) continue;
-    const int need = j == partnerOf(index) ? 6 : 3;
-    if (distance(c, swatchLevels(f, j)) < need) return false;
-  }
-  return true;
+  return margin(f, index, c.colour()) >= 0;
 }
 
 Levels fallbackColour(const MatchForm& f, int index) {
   for (const Levels& k : kKits)
     if (acceptable(f, index, k)) return k;
   Levels best{6, 6, 6};
-  int bestMargin = -1;
+  double bestMargin = -1e9;
   for (int r = 0; r <= 6; ++r)
     for (int g = 0; g <= 6; ++g)
       for (int b = 0; b <= 6; ++b) {
         const Levels c{r, g, b};
-        if (acceptable(f, index, c)) return c;
-        int margin =
-            std::min(distance(c, levelsOf(kPitchLight)), distance(c, levelsOf(kPitchDark)));
-        for (int j = 0; j < 4; ++j)
-          if (j != index) margin = std::min(margin, distance(c, swatchLevels(f, j)));
-        if (margin > bestMargin) best = c, bestMargin = margin;
+        const double m = margin(f, index, c.colour());
+        if (m >= 0) return c;
+        if (m > bestMargin) best = c, bestMargin = m;
       }
   return best;
 }

@@ -41,4 +41,12 @@ void LinksForm_CDend_Click(MatchForm& f);
 constexpr Colour kPitchLight = RGB(76, 160, 60);
 constexpr Colour kPitchDark = RGB(52, 128, 44);
 
+// What Docol keeps true of the four swatches. A team's two colours are each other's shirt and
+// number (outfield players, and the keeper's swapped shirt): at least this contrast ratio, the
+// WCAG 2 minimum for large text.
+constexpr double kShirtContrast = 3;
+// Every swatch colour (keepers wear the second one) differs at least this much (CIEDE2000)
+// from both greens, and so do the two teams' main colours from each other.
+constexpr double kStandOut = 25;
+
 }  // namespace quorvel

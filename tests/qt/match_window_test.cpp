@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -334,6 +335,48 @@ class MatchWindowTest : public QObject {
     QCoreApplication::processEvents();
     QCOMPARE(g.w->formArea(), QRectF((2000 - 1248) / 2.0, 0, 1248, 768));
     QCOMPARE(g.widget("Grass")->geometry(), QRect(31 + 376, 127, 962, 482));
+  }
+
+  void tabFollowsTheLayoutWithExitLast() {
+    Game g;
+    g.w->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(g.w.get()));
+    g.widget("CDgo")->setFocus();
+    QStringList order;
+    for (int n = 0; n < 60 && (order.isEmpty() || order.last() != "CDgo"); ++n) {
+      QTest::keyClick(g.w->focusWidget(), Qt::Key_Tab);
+      order << g.w->focusWidget()->objectName();
+    }
+    const QString expected =
+        "CDhelp Cdice CDcontest(1) CDcontest(2) Ch50 ChAuto ChtenFIF Chq OpMode(0) OpMode(1) "
+        "OpMode(2) OpName(0) OpName(1) cdr Command1 CDend "
+        "OPForm(0) OPForm(1) OPForm(2) OPForm(3) OPForm(4) Team(1) CHsub(1) CHsub(0) "
+        "Team(2) OPForm(10) OPForm(11) OPForm(12) OPForm(13) OPForm(14) CHsub(2) CHsub(3) CDgo";
+    QCOMPARE(order.join(' '), expected);
+  }
+
+  void helpLinesAndSmallestTextsStayReadable() {
+    Game g;
+    int narrowest = 0;
+    answerNextMessage([&](QMessageBox* box) {
+      auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+      narrowest = label->contentsRect().width();
+      for (const QString& line : box->text().split(QLatin1Char('\n')))
+        narrowest = std::min(narrowest, label->contentsRect().width() -
+                                            label->fontMetrics().horizontalAdvance(line));
+    });
+    QTest::mouseClick(g.widget("CDhelp"), Qt::LeftButton);
+    QVERIFY2(narrowest >= 0, "a line of the help wraps");
+
+    g.w->resize(200, 100);  // the window stops at its minimum
+    QCoreApplication::processEvents();
+    QVERIFY(g.w->width() > 200);
+    for (QWidget* w : g.w->findChildren<QWidget*>()) {
+      const bool text = qobject_cast<QAbstractButton*>(w) != nullptr ||
+                        qobject_cast<QLineEdit*>(w) != nullptr ||
+                        qobject_cast<QLabel*>(w) != nullptr;
+      if (text && w->isVisible()) QVERIFY2(w->font().pixelSize() >= 9, qPrintable(w->objectName()));
+    }
   }
 };
 

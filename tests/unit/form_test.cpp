@@ -77,8 +77,12 @@ TEST(Scheduler, StepRunsOneTickAtMostUpToTheLimit) {
   c.s.add(a, [&] { c.record(a); });
   EXPECT_FALSE(c.s.step(14));
   EXPECT_EQ(c.s.now(), 0);
+  EXPECT_EQ(c.s.nextDue(), 15);
   EXPECT_TRUE(c.s.step(100));
   EXPECT_EQ(c.s.now(), 15);
+  EXPECT_EQ(c.s.nextDue(), 30);
+  a.setEnabled(false);
+  EXPECT_EQ(c.s.nextDue(), Scheduler::kNever);
   Timer zero(c.s, "zero", 0, true);  // an interval of 0 never fires
   EXPECT_EQ(zero.due(), Scheduler::kNever);
 }
@@ -124,6 +128,33 @@ TEST(Colour, HexReadsBackAndRejectsJunk) {
   EXPECT_FALSE(parseHex("fc000a"));
   EXPECT_FALSE(parseHex("#fc00"));
   EXPECT_FALSE(parseHex("#fc00zz"));
+}
+
+TEST(Colour, ContrastAndDifferenceMatchTheirReferences) {
+  EXPECT_NEAR(contrastRatio(RGB(0, 0, 0), RGB(255, 255, 255)), 21, 1e-9);
+  EXPECT_NEAR(contrastRatio(RGB(255, 255, 255), RGB(119, 119, 119)), 4.478, 1e-3);
+  EXPECT_NEAR(contrastRatio(RGB(0, 0, 255), RGB(0, 255, 255)), 6.853, 1e-3);
+  const Lab white = toLab(RGB(255, 255, 255)), red = toLab(RGB(255, 0, 0));
+  EXPECT_NEAR(white.L, 100, 1e-3);
+  EXPECT_NEAR(red.L, 53.23, 0.01);
+  EXPECT_NEAR(red.a, 80.11, 0.01);
+  EXPECT_NEAR(red.b, 67.22, 0.01);
+  // CIEDE2000 test pairs of Sharma, Wu and Dalal (2005).
+  const struct {
+    Lab x, y;
+    double dE;
+  } pairs[] = {
+      {{50, 2.6772, -79.7751}, {50, 0, -82.7485}, 2.0425},
+      {{50, 0, 0}, {50, -1, 2}, 2.3669},
+      {{50, 2.5, 0}, {73, 25, -18}, 27.1492},
+      {{50, 2.5, 0}, {56, -27, -3}, 31.9030},
+      {{60.2574, -34.0099, 36.2677}, {60.4626, -34.1751, 39.4387}, 1.2644},
+      {{2.0776, 0.0795, -1.1350}, {0.9033, -0.0636, -0.5514}, 0.9082},
+  };
+  for (const auto& p : pairs) {
+    EXPECT_NEAR(deltaE(p.x, p.y), p.dE, 1e-4);
+    EXPECT_NEAR(deltaE(p.y, p.x), p.dE, 1e-4);
+  }
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <functional>
+#include <set>
 #include <string>
 
 #include "match/events.h"
@@ -47,6 +48,11 @@ struct Broken {
 };
 
 TEST(Harness, EveryPromiseIsCaughtWhenTheStateBreaksIt) {
+  auto paint = [](MatchForm& f, int swatch, Colour c) {
+    f.ColRed[swatch] = static_cast<Integer>(c.red());
+    f.ColGreen[swatch] = static_cast<Integer>(c.green());
+    f.ColBlue[swatch] = static_cast<Integer>(c.blue());
+  };
   auto placed = [](MatchForm& f, int i, int col, int row) {
     SetPlay(f);
     f.PlayerCol[i] = col;
@@ -109,6 +115,9 @@ TEST(Harness, EveryPromiseIsCaughtWhenTheStateBreaksIt) {
        [](MatchForm& f, Harness&) {
          f.HeadPick = {0, 7, 7};
        }},
+      {"side 1's colours", [&](MatchForm& f, Harness&) { paint(f, 1, RGB(252, 84, 84)); }},
+      {"melts into the grass", [&](MatchForm& f, Harness&) { paint(f, 0, RGB(42, 126, 42)); }},
+      {"main colours", [&](MatchForm& f, Harness&) { paint(f, 3, RGB(210, 0, 0)); }},
       {"timer ticks kept coming",
        [](MatchForm& f, Harness& h) {
          f.TimB.setInterval(1);  // far faster than any timer of the game
@@ -127,6 +136,27 @@ TEST(Harness, EveryPromiseIsCaughtWhenTheStateBreaksIt) {
     EXPECT_FALSE(h.checkNow());
     EXPECT_NE(h.fault().what.find(c.words), std::string::npos) << h.fault().what;
   }
+}
+
+// Every kind of colour draw keeps the colour promise, even when a thousand draws in a row are
+// refused and the fallback decides.
+TEST(Harness, TeamColourDrawsKeepThePromise) {
+  Harness h(5);
+  MatchForm& f = h.form();
+  std::set<std::uint32_t> seen;
+  for (int n = 0; n < 600; ++n) {
+    Control* draws[] = {&f.RainB[n % 4], &f.CDcontest[1 + n % 2], &f.cdr};
+    userClick(f, *draws[n % 3]);
+    ASSERT_TRUE(h.checkNow()) << h.report();
+    seen.insert(f.RainB[n % 4].BackColor.rgb);
+  }
+  EXPECT_GT(seen.size(), 40u) << "the draw should offer a real variety";
+  std::vector<double> green;  // levels (0, 5, 0) and no kit colour: refused every time
+  for (int k = 0; k < 1000; ++k) green.insert(green.end(), {0.0, 0.99, 0.0, 0.99});
+  f.Rnd.force(green);
+  userClick(f, f.RainB[0]);
+  EXPECT_EQ(f.Rnd.forcedPending(), 0u);
+  EXPECT_TRUE(h.checkNow()) << h.report();
 }
 
 }  // namespace

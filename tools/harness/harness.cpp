@@ -227,7 +227,7 @@ bool Harness::checkNow() {
 
 bool Harness::check() {
   const MatchForm& f = *form_;
-  if (failed() || !checkNames()) return false;
+  if (failed() || !checkNames() || !checkTeamColours()) return false;
   if (f.GameOn == 0) {
     baseline();
     return true;
@@ -407,6 +407,31 @@ bool Harness::checkNames() {
                         std::to_string(f.HeadPick[1]) + "/" + std::to_string(f.TailPick[1]) +
                         " and " + std::to_string(f.HeadPick[2]) + "/" +
                         std::to_string(f.TailPick[2]));
+  return true;
+}
+
+// Whatever drew them (start-up, a swatch, a team's die, "Random Teams"): each team's number
+// colour reads on its shirt, every colour shows on both greens, and the two teams' main
+// colours tell them apart.
+bool Harness::checkTeamColours() {
+  const MatchForm& f = *form_;
+  Colour c[4];
+  for (int i = 0; i < 4; ++i) c[i] = RGB(f.ColRed[i], f.ColGreen[i], f.ColBlue[i]);
+  auto pair = [&](int i, int j) { return toHex(c[i]) + " and " + toHex(c[j]); };
+  for (int side = 0; side < 2; ++side) {
+    const int main = side * 3, second = 1 + side;
+    const double ratio = contrastRatio(c[main], c[second]);
+    if (ratio < kShirtContrast)
+      return breakPromise("side " + std::to_string(side + 1) + "'s colours " + pair(main, second) +
+                          " contrast only " + std::to_string(ratio) + " : 1");
+  }
+  for (int i = 0; i < 4; ++i)
+    for (Colour green : {kPitchLight, kPitchDark})
+      if (deltaE(c[i], green) < kStandOut)
+        return breakPromise("swatch " + std::to_string(i) + " " + toHex(c[i]) +
+                            " melts into the grass " + toHex(green));
+  if (deltaE(c[0], c[3]) < kStandOut)
+    return breakPromise("the main colours " + pair(0, 3) + " are too alike");
   return true;
 }
 

@@ -80,6 +80,7 @@ class Harness {
   bool checkSubstitutions();
   bool checkPossession();
   bool checkNames();
+  bool checkTeamColours();
 
   int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
   bool chance(double p) { return std::uniform_real_distribution<double>(0, 1)(rng_) < p; }
