@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ai/ai.h"
+#include "match/codes.h"
 #include "match/match.h"
 #include "shape/shape.h"
 
@@ -74,7 +75,7 @@ bool between(double v, double lo, double hi) {
 
 void TimAI_Timer(MatchForm& f) {
   f.AIIQ = f.Hai.Value;
-  if (f.TeamTurn == 1) return;
+  if (f.TeamTurn == kLeftSide) return;
   if (f.TimPlace.Enabled() || f.TimSub.Enabled()) return;
 
   const int iq = wholeIq(f.AIIQ);

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ai/ai.h"
+#include "match/codes.h"
 #include "match/events.h"
 
 namespace quorvel {
@@ -162,7 +163,7 @@ FlagChoice weighFlags(MatchForm& f) {
 
   // The miss: one draw per IQ, always all five, so that the sequence of draws does not depend
   // on the IQ; only the current IQ's draw counts, and a hit draws the direction at once.
-  f.ClickFrom = 33;
+  f.ClickFrom = kFromComputer;
   constexpr int kMissOdds[5] = {50, 24, 18, 12, 6};  // IQ 5, 4, 3, 2, 1
   for (int k = 0; k < 5; ++k) {
     const bool hit = intPart(f.Rnd.next() * kMissOdds[k]) == 0;

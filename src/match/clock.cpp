@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "match/codes.h"
 #include "match/events.h"
 #include "match/match.h"
 #include "shape/shape.h"
@@ -34,7 +35,7 @@ void fullTime(MatchForm& f) {
 }
 
 void halfTime(MatchForm& f) {
-  f.PlaceMode = 34;
+  f.PlaceMode = kPlaceKickOff;
   f.KickOffSide = static_cast<Integer>(f.KickOffSide == 1 ? 2 : 1);
   if (f.KickOffSide == 1 && playLeftVsAI(f)) {
     f.TimAI.setEnabled(false);

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <string>
 
+#include "match/codes.h"
 #include "match/events.h"
 #include "match/match.h"
 #include "shape/shape.h"
@@ -65,11 +66,11 @@ void restartAfterGoal(MatchForm& f) {
     f.CDdest[i].Visible = false;
   }
   Rainbow(f);
-  f.PlaceMode = 34;
+  f.PlaceMode = kPlaceKickOff;
   SetPlay(f);
   f.TimB.setEnabled(true);
   f.TimTeam.setEnabled(true);
-  f.DiceReady = 1;
+  f.DiceReady = kDiceReady;
   f.Cdice.BackColor = RGB(255, 255, 255);
   f.Cdice.Image = f.Di[0].Image;
   setFocus(f, f.Cdice);

@@ -1,5 +1,6 @@
 // Keyboard play: the digit keys kick in eight directions, 5 rolls, minus substitutes. The
 // window hands every typed character here, whichever control has the focus.
+#include "match/codes.h"
 #include "match/events.h"
 #include "match/match.h"
 #include "shape/shape.h"
@@ -22,8 +23,8 @@ void substituteByKey(MatchForm& f) {
     setValue(f, f.ChAuto, 1);
     return;
   }
-  if (f.KickTicks > 0 || f.DiceReady == -1) return;
-  if (f.TeamTurn != 1 && f.TeamTurn != 2) return;
+  if (f.KickTicks > 0 || f.DiceReady == kDiceRolled) return;
+  if (f.TeamTurn != kLeftSide && f.TeamTurn != kRightSide) return;
   for (int box : kBoxes[roundIndex(f.TeamTurn)]) {
     if (f.CHsub[box].Visible) return startSubstitution(f, box);
   }
@@ -34,11 +35,11 @@ void substituteByKey(MatchForm& f) {
 void Form_KeyPress(MatchForm& f, int keyAscii) {
   if (substitutionUnderWay(f) || f.TimPlace.Enabled() || !f.GameEnd.empty()) return;
   if (mouseVsKeys(f)) {
-    if (f.TeamTurn == 1) return;  // the left side plays with the mouse
+    if (f.TeamTurn == kLeftSide) return;  // the left side plays with the mouse
     // Once the right side has pressed any key, its flags take the mouse too until the next kick.
-    if (f.TeamTurn == 2) f.ClickFrom = 77;
+    if (f.TeamTurn == kRightSide) f.ClickFrom = kFromKeypad;
   }
-  if (playLeftVsAI(f) && f.TeamTurn == 2) return;
+  if (playLeftVsAI(f) && f.TeamTurn == kRightSide) return;
 
   if (keyAscii == kMinus) return substituteByKey(f);
   for (int d = 0; d < 8; ++d)

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "match/codes.h"
 #include "match/events.h"
 #include "match/match.h"
 
@@ -34,7 +35,7 @@ void diceContest(MatchForm& f, const std::array<int, 3>& best) {
   f.CDcontest[2].Image = f.Di[die[2]].Image;
   const int winner = die[1] > die[2] ? 1 : 2;
   f.Receiver = static_cast<Integer>(best[winner]);
-  f.ContestWin = static_cast<Integer>(winner == 1 ? 11 : 22);
+  f.ContestWin = winner == 1 ? kLeftWonContest : kRightWonContest;
 }
 
 }  // namespace
@@ -42,8 +43,8 @@ void diceContest(MatchForm& f, const std::array<int, 3>& best) {
 void CDdest_Click(MatchForm& f, int index) {
   // The right side plays from the keys in "Mouse vs Keys" and is the computer in "Play Left
   // vs AI"; its flags refuse any other origin.
-  if (mouseVsKeys(f) && f.TeamTurn == 2 && f.ClickFrom != 77) return;
-  if (playLeftVsAI(f) && f.TeamTurn == 2 && f.ClickFrom != 33) return;
+  if (mouseVsKeys(f) && f.TeamTurn == kRightSide && f.ClickFrom != kFromKeypad) return;
+  if (playLeftVsAI(f) && f.TeamTurn == kRightSide && f.ClickFrom != kFromComputer) return;
 
   // The ball timer must not see a half-prepared kick.
   f.TimB.setEnabled(false);
@@ -94,7 +95,7 @@ void CDdest_Click(MatchForm& f, int index) {
   f.RunStepX = (f.PlayerCol[f.Receiver] * 900 - f.TargetCol * 900) / f.KickTicks;
 
   f.TimB.setEnabled(true);
-  f.ClickFrom = 0;
+  f.ClickFrom = kFromMouse;
   f.AIGo = 0;
   f.TimAI.setEnabled(false);
   setFocus(f, f.Cdice);

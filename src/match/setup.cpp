@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "ai/ai.h"
+#include "match/codes.h"
 #include "match/events.h"
 #include "match/match.h"
 #include "shape/shape.h"
@@ -33,12 +34,12 @@ void startComputerTurn(MatchForm& f) {
 
 void setKickOff(MatchForm& f, int side) {
   if (side == 1) {
-    f.TeamTurn = 1;
+    f.TeamTurn = kLeftSide;
     f.BallOwner = 9;
     f.BallCol = 8;
     f.BallRow = 5;
   } else {
-    f.TeamTurn = 2;
+    f.TeamTurn = kRightSide;
     f.BallOwner = 20;
     f.BallCol = 9;
     f.BallRow = 4;
@@ -63,7 +64,7 @@ void Form_Load(MatchForm& f) {
     f.BlueStep[i] = blueStep[i];
   }
   writeShirtNumbers(f);
-  f.DiceReady = -1;
+  f.DiceReady = kDiceRolled;
   Rainbow(f);
   setValue(f, f.ChAuto, 1);
   f.Ball.Left = 7515;
@@ -92,14 +93,14 @@ void CDgo_Click(MatchForm& f) {
   f.PicGame.Visible = false;
   f.CHsub[1].Visible = true;
   f.CHsub[2].Visible = true;
-  f.GameOn = 7;
+  f.GameOn = kGameOn;
   for (int iq = 1; iq <= 6; ++iq) {
     f.SubMinute[1][iq] = 30;
     f.SubMinute[2][iq] = iq == 1 ? 100 : 60;
   }
   f.CDgo.Enabled = false;
   f.CDgo.BackColor = f.BackColor;
-  f.PlaceMode = 34;
+  f.PlaceMode = kPlaceKickOff;
   f.KickFlag = -1;
   f.CheerTicks = 0;
   // The last goal of the finished match may still be celebrated: it ends with its match, so
@@ -119,7 +120,7 @@ void CDgo_Click(MatchForm& f) {
   }
   setKickOff(f, f.KickOffSide);
   SetPlay(f);
-  f.DiceReady = 1;
+  f.DiceReady = kDiceReady;
   f.Cdice.BackColor = RGB(255, 255, 255);
   f.cdr.Enabled = true;
   setFocus(f, f.cdr);
@@ -254,7 +255,7 @@ void placeFormation(MatchForm& f, int side, int formation) {
 }
 
 bool isForwardToPlay(const MatchForm& f, int i) {
-  return (i == 9 && f.TeamTurn == 1) || (i == 20 && f.TeamTurn == 2);
+  return (i == 9 && f.TeamTurn == kLeftSide) || (i == 20 && f.TeamTurn == kRightSide);
 }
 
 // One scan of the clash rules; returns true when it moved somebody.
@@ -308,13 +309,13 @@ void SetPlay(MatchForm& f) {
   if (!variedLeft) placeFormation(f, 1, selectedFormation(f, 1));
   if (!variedRight) placeFormation(f, 2, selectedFormation(f, 2) - 10);
 
-  if (f.TeamTurn == 1) {
+  if (f.TeamTurn == kLeftSide) {
     putOn(f, 9, 8, 5);
   } else {
     const int col = randomIn(f.Rnd, 5, 10);
     putOn(f, 9, col, randomIn(f.Rnd, 2, 7));
   }
-  if (f.TeamTurn == 2) {
+  if (f.TeamTurn == kRightSide) {
     putOn(f, 20, 9, 4);
   } else {
     const int col = 12 - randomIn(f.Rnd, 0, 5);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "match/codes.h"
 #include "match/events.h"
 #include "match/match.h"
 #include "ui/ui.h"
@@ -58,10 +59,10 @@ void Rainbow(MatchForm& f) {
 }
 
 void RainB_Click(MatchForm& f, int index) {
-  if (f.EditLock == 3) return;
+  if (f.EditLock == kNamesLocked) return;
   Docol(f, index);
   Rainbow(f);
-  if (f.DiceReady == 1) setFocus(f, f.Cdice);
+  if (f.DiceReady == kDiceReady) setFocus(f, f.Cdice);
 }
 
 // ---- Docol -----------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "match/codes.h"
 #include "match/events.h"
 #include "match/match.h"
 #include "ui/ui.h"
@@ -201,7 +202,7 @@ int Namer(MatchForm& f, int side) {
 }
 
 void CDcontest_Click(MatchForm& f, int index) {
-  if (f.EditLock == 3) return;
+  if (f.EditLock == kNamesLocked) return;
   if (index == 1) {
     Docol(f, 0);
     Docol(f, 1);
