@@ -11,7 +11,7 @@
 #include <QScrollBar>
 #include <cmath>
 
-#include "match/events.h"
+#include "events/events.h"
 
 namespace quorvel {
 

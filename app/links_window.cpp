@@ -3,7 +3,7 @@
 #include <QCloseEvent>
 #include <QMouseEvent>
 
-#include "match/events.h"
+#include "events/events.h"
 
 namespace quorvel {
 

@@ -3,6 +3,7 @@
 #include <QStyleFactory>
 #include <random>
 
+#include "events/events.h"
 #include "match_window.h"
 #include "pictures.h"
 

@@ -10,7 +10,7 @@
 #include <QWindow>
 #include <algorithm>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "pictures.h"
 
 namespace quorvel {

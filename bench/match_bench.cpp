@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "sim.h"
 

@@ -7,7 +7,7 @@
 
 #include "ai/ai.h"
 #include "match/codes.h"
-#include "match/events.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 

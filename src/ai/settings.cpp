@@ -4,8 +4,8 @@
 
 #include "ai/ai.h"
 #include "match/codes.h"
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "match/codes.h"
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "ui/ui.h"
 
 namespace quorvel {

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "match/codes.h"
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "shape/shape.h"
 
 namespace quorvel {

@@ -3,8 +3,8 @@
 #include <array>
 
 #include "match/codes.h"
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 

@@ -1,8 +1,8 @@
 // Keyboard play: the digit keys kick in eight directions, 5 rolls, minus substitutes. The
 // window hands every typed character here, whichever control has the focus.
 #include "match/codes.h"
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "shape/shape.h"
 
 namespace quorvel {

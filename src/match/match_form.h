@@ -5,7 +5,6 @@
 
 #include <array>
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "form/basic.h"
@@ -32,11 +31,20 @@ struct Platform {
 
 // The small second window shown after Exit.
 struct LinksFormState {
-  explicit LinksFormState(Scheduler& s) : Timer1(s, "LinksForm.Timer1", 7000, true) {}
-  bool Visible = false;
-  Picture Picture1, Picture2;
-  CommandButton Command1, CDend;
-  Timer Timer1;
+  explicit LinksFormState(Scheduler& s) : Timer1(s, "LinksForm.Timer1", 7000, false) {}
+  bool Visible = false;        // shown by Exit
+  Picture Picture1, Picture2;  // the two adverts, one visible at a time; a click opens a page
+  CommandButton Command1;      // the game's web site
+  CommandButton CDend;         // Exit: ends the program
+  Timer Timer1;                // 7 s: swaps the adverts while the window is open
+
+  // Its controls, in layout order.
+  std::array<Control*, 4> controls() { return {&Picture1, &Picture2, &Command1, &CDend}; }
+  bool holds(const Control& c) {
+    for (const Control* mine : controls())
+      if (mine == &c) return true;
+    return false;
+  }
 };
 
 struct MatchForm {
@@ -185,8 +193,20 @@ struct MatchForm {
 // Every control of both windows, main window first, in layout order.
 void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit);
 
-// A new form with its layout applied and the window-load procedure run (virtual time 0).
-std::unique_ptr<MatchForm> newMatchForm(std::uint64_t seed = 1);
+// A value set from code raises the control's handler at once, inside the caller, exactly as
+// a person's click does:
+//   check box      Value changed            -> its Click
+//   option button  selected (was not)       -> siblings cleared, then its Click
+//   command button Value = True             -> its Click, then Value back to False
+//   scroll bar     Value changed            -> its Change
+// Selecting an option button that is already selected raises nothing, so a choice that
+// changes nothing never spends a side's one re-plan during a walk. Which handler each control
+// raises is bound when the form is made.
+void setValue(MatchForm& f, CheckBox& box, int value);
+void select(MatchForm& f, OptionButton& button);
+void press(MatchForm& f, CommandButton& button);
+void setScroll(MatchForm& f, ScrollBar& bar, int value);
+void setFocus(MatchForm& f, const Control& c);
 
 // The four centre squares and the kick-off squares.
 inline bool isCentreSquare(double col, double row) {

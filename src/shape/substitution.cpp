@@ -1,8 +1,8 @@
 // Substitutions: the "Sub" boxes, the exchange at the top edge of the pitch under TimSub, and
 // its hand-over to the re-forming walk (whose completion ends the substitution).
 #include "match/codes.h"
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "match/paths.h"
 #include "shape/shape.h"
 

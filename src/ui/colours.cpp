@@ -5,8 +5,8 @@
 #include <cstdlib>
 
 #include "match/codes.h"
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "ui/ui.h"
 
 namespace quorvel {

@@ -1,8 +1,8 @@
 // Help, Exit and the closing window, the title banners and the maker's web pages.
 #include <string>
 
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "ui/ui.h"
 
 namespace quorvel {

@@ -9,7 +9,7 @@
 #include <functional>
 #include <string>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "support.h"
 

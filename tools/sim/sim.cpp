@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
