@@ -2,6 +2,7 @@
 # make test  - install what is missing, build, run every test
 # make bench - build and run the benchmarks
 # make soak  - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
+# make mutants - plant each fault of tools/mutants/faults.txt in turn and run the fast tests
 BUILD ?= build
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
@@ -11,7 +12,7 @@ PACKAGES := cmake ninja-build g++ make pkg-config googletest libgtest-dev libgmo
             libbenchmark-dev qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev \
             clang-format clang-tidy xvfb xauth
 
-.PHONY: deps configure build run test bench soak clean
+.PHONY: deps configure build run test bench soak mutants clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -42,6 +43,9 @@ SOAK_SEEDS ?= 1-10
 SOAK_STEPS ?= 50000
 soak: build
 	nice -n 10 ./$(BUILD)/tools/harness/quorvel-soak --seeds $(SOAK_SEEDS) --steps $(SOAK_STEPS)
+
+mutants: deps
+	python3 tools/mutants/mutants.py $(MUTANTS)
 
 clean:
 	rm -rf $(BUILD)

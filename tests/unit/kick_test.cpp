@@ -94,6 +94,9 @@ TEST_F(Kick, EachFlagSendsTheBallItsRolledDistanceAndTheReceiverRunsToIt) {
     EXPECT_EQ(f.RunStepX, (8 - cols[d]) * 15);
     EXPECT_EQ(f.RunStepY, (4 - rows[d]) * 15);
   }
+  kick(9, 2, 2, 6, 3);  // the longest kick: the kicker chases it over six diagonal squares
+  EXPECT_EQ(f.Receiver, 9);
+  EXPECT_DOUBLE_EQ(f.ReceiverDist, 6 * std::sqrt(2.0));
 }
 
 TEST_F(Kick, FlagsRefuseTheSideThatMayNotUseThem) {
@@ -173,21 +176,6 @@ TEST_F(Kick, AShotCountsForTheSideWhoseGoalItIsNotAndNobodyRuns) {
     EXPECT_EQ(f.DiceReady, -1) << "no roll until the restart";
     f.TimSc.setEnabled(false);
   }
-}
-
-TEST_F(Kick, AContestSlidesNamesAndScoresTogetherAndBackWhileA5050BoxLightsUp) {
-  putPlayer(f, 6, 10, 3);
-  putPlayer(f, 14, 10, 5);
-  const double team1 = f.Team[1].Left, goals2 = f.Goals[2].Left;
-  kick(9, 8, 4, 2, 2, {test::face(1), test::face(4)});
-  ticks(21);
-  EXPECT_EQ(f.Team[1].Left, team1 + 315);
-  EXPECT_EQ(f.Goals[2].Left, goals2 - 315);
-  ticks(22);  // KickTicks 17
-  EXPECT_EQ(f.Ch50.ForeColor, f.TXgame[0].ForeColor);
-  EXPECT_EQ(f.Team[1].Left, team1);
-  ticks(1);
-  EXPECT_EQ(f.Ch50.ForeColor, f.GreyGreen.ForeColor);
 }
 
 TEST_F(Kick, ASubstituteWalkingOnHoldsTheCountButNotTheBall) {

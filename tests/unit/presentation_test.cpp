@@ -175,29 +175,6 @@ TEST(Help, ShowsTheFullTextAndChangesNothing) {
   EXPECT_EQ(f->Sched.now(), now);
 }
 
-TEST(Banners, SlideIntoPlaceAfterStartAndJumpWithQuickplay) {
-  auto f = test::loadedForm();
-  test::startMatch(*f, 1);
-  f->Sched.advance(15);
-  EXPECT_EQ(f->Banner[0].Top, 5560 + 90);
-  EXPECT_EQ(f->Banner[1].Top, 6700 + 45);
-  f->Sched.advance(3000);
-  EXPECT_EQ(f->Banner[0].Top, 9160);
-  EXPECT_EQ(f->Banner[1].Top, 10300);
-
-  auto g = test::loadedForm();
-  g->Chq.Value = 1;
-  test::startMatch(*g, 1);
-  g->Sched.advance(15);
-  EXPECT_EQ(g->Banner[0].Top, 9160);
-  EXPECT_EQ(g->Banner[1].Top, 10300);
-
-  auto h = test::loadedForm();  // a banner already at its place is not switched on
-  h->Banner[0].Top = 9200;
-  test::startMatch(*h, 1);
-  EXPECT_FALSE(h->TimBan.Enabled());
-}
-
 TEST(Links, PagesOpenInTheBrowserOrExplainWhyNot) {
   auto f = loadedForm();
   std::string opened;

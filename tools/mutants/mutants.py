@@ -1,0 +1,144 @@
+#!/usr/bin/env python3
+"""make mutants: plants one small fault at a time into the game's rules, rebuilds, runs the fast
+tests and says whether they caught it.
+
+The faults are listed in faults.txt beside this script. Each is found by its text, not by a
+line number, so the list survives code moving about; a fault whose text is no longer in the
+code is reported as gone, so that the list is kept current. The work is done on a copy of the
+tree under build-mutants/, so an interrupted run never leaves a fault in the sources.
+"""
+import argparse
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+FAULTS = pathlib.Path(__file__).with_name("faults.txt")
+WORK = ROOT / "build-mutants"
+TREE = WORK / "tree"
+BUILD = WORK / "build"
+TEST_TIMEOUT = 120  # seconds; a fault that makes a test hang is caught, not waited on
+
+
+class Fault:
+    def __init__(self, ident, path, what):
+        self.ident, self.path, self.what = ident, path, what
+        self.find, self.into = [], []
+
+
+def read_faults():
+    """Blocks of: '# what it breaks', 'id path', '- original line', '+ faulty line'."""
+    faults, what = [], ""
+    for raw in FAULTS.read_text().splitlines():
+        if raw.startswith("# "):
+            what = raw[2:].strip()
+        elif raw.startswith("- "):
+            faults[-1].find.append(raw[2:])
+        elif raw.startswith("+ "):
+            faults[-1].into.append(raw[2:])
+        elif raw.strip():
+            ident, path = raw.split()
+            faults.append(Fault(ident, path, what))
+    return faults
+
+
+def locate(fault):
+    """The file that holds the fault's text exactly once: its own, or any file of src/ (files
+    move). None when the text is gone or ambiguous."""
+    text = "\n".join(fault.find)
+    own = ROOT / fault.path
+    if own.exists() and own.read_text().count(text) == 1:
+        return own
+    hits = [p for p in sorted((ROOT / "src").rglob("*.[ch]*")) if p.read_text().count(text) == 1]
+    return hits[0] if len(hits) == 1 else None
+
+
+def run(cmd, cwd, timeout=None):
+    try:
+        return subprocess.run(cmd, cwd=cwd, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL, timeout=timeout).returncode
+    except subprocess.TimeoutExpired:
+        return -1
+
+
+def prepare(jobs):
+    files = subprocess.run(["git", "ls-files"], cwd=ROOT, capture_output=True, text=True,
+                           check=True).stdout.split()
+    for name in files:
+        src, dst = ROOT / name, TREE / name
+        if src.is_file() and (not dst.exists() or dst.read_bytes() != src.read_bytes()):
+            dst.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(src, dst)
+    launcher = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
+    subprocess.run(["cmake", "-S", str(TREE), "-B", str(BUILD), "-G", "Ninja",
+                    "-DCMAKE_BUILD_TYPE=RelWithDebInfo", "-DQUORVEL_APP=OFF",
+                    "-DQUORVEL_BENCH=OFF", "-DCMAKE_CXX_FLAGS=-g0", *launcher],
+                   check=True, stdout=subprocess.DEVNULL)
+    build(jobs, check=True)
+    if tests(jobs) != 0:
+        sys.exit("mutants: the tests fail without any fault planted; fix them first")
+
+
+def build(jobs, check=False):
+    code = run(["cmake", "--build", str(BUILD), "-j", str(jobs), "--target", "quorvel_tests",
+                "quorvel-drive"], ROOT)
+    if check and code != 0:
+        sys.exit("mutants: the copy does not build")
+    return code == 0
+
+
+def tests(jobs):
+    """0 when every fast test passes. The signature goes first: it catches most faults alone."""
+    if run([str(BUILD / "tests" / "quorvel_tests"), "--gtest_filter=Signature.*"], ROOT,
+           TEST_TIMEOUT) != 0:
+        return 1
+    return run(["ctest", "--test-dir", str(BUILD), "-j", str(jobs), "--stop-on-failure",
+                "--timeout", str(TEST_TIMEOUT)], ROOT, TEST_TIMEOUT * 10)
+
+
+def main():
+    os.environ.setdefault("CCACHE_BASEDIR", str(WORK))  # the copy shares ccache's results
+    parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
+    parser.add_argument("ids", nargs="*", help="only these faults (default: all)")
+    parser.add_argument("--list", action="store_true", help="list the faults and stop")
+    parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count() or 2)
+    args = parser.parse_args()
+
+    faults = [f for f in read_faults() if not args.ids or f.ident in args.ids]
+    if args.list:
+        for f in faults:
+            print(f"{f.ident:28} {f.path:28} {f.what}")
+        return 0
+    prepare(args.jobs)
+    counts = {"caught": 0, "MISSED": 0, "gone": 0, "does not build": 0}
+    for f in faults:
+        start = time.time()
+        where = locate(f)
+        if where is None:
+            verdict = "gone"
+        else:
+            copy = TREE / where.relative_to(ROOT)
+            original = copy.read_text()
+            copy.write_text(original.replace("\n".join(f.find), "\n".join(f.into), 1))
+            try:
+                if not build(args.jobs):
+                    verdict = "does not build"
+                else:
+                    verdict = "caught" if tests(args.jobs) != 0 else "MISSED"
+            finally:
+                copy.write_text(original)
+        counts[verdict] += 1
+        shown = verdict if verdict != "gone" else "gone: its line no longer exists"
+        print(f"{f.ident:28} {shown:16} {time.time() - start:5.0f} s  {f.what}", flush=True)
+    build(args.jobs)  # leave the copy built as the sources are
+    total = len(faults)
+    print(f"\n{counts['caught']} of {total} faults caught; " +
+          ", ".join(f"{n} {k.lower()}" for k, n in counts.items() if k != "caught" and n))
+    return 0 if counts["caught"] == total else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
