@@ -73,6 +73,17 @@ bool between(double v, double lo, double hi) {
 
 }  // namespace
 
+void startComputerTurn(MatchForm& f) {
+  f.AIGo = 1;
+  f.TimAI.setInterval(f.Vai.Value);
+  f.TimAI.setEnabled(true);
+}
+
+void stopComputerTurn(MatchForm& f) {
+  f.TimAI.setEnabled(false);
+  f.AIGo = 0;
+}
+
 void TimAI_Timer(MatchForm& f) {
   f.AIIQ = f.Hai.Value;
   if (f.TeamTurn == kLeftSide) return;

@@ -7,14 +7,12 @@
 
 #include "ai/ai.h"
 #include "match/codes.h"
+#include "match/match.h"
 #include "match/match_form.h"
 
 namespace quorvel {
 
 namespace {
-
-constexpr int kColSign[8] = {0, 1, 1, 1, 0, -1, -1, -1};
-constexpr int kRowSign[8] = {-1, -1, 0, 1, 1, 1, 0, -1};
 
 // Scores by direction: the person's player nearest, the computer's nearest, contested. The
 // leftward kicks, towards the goal the computer attacks, score highest in each column.
@@ -23,10 +21,7 @@ constexpr double kComputerScore[8] = {5000, 3000, 2000, 3000, 5000, 8000, 12000,
 constexpr double kContestedScore[8] = {400, 300, 200, 300, 400, 600, 500, 600};
 
 void aimSquares(const MatchForm& f, FlagChoice& c) {
-  for (int d = 0; d < 8; ++d) {
-    c.AimCol[d] = f.BallCol + kColSign[d] * f.FlagDx[d];
-    c.AimRow[d] = f.BallRow + kRowSign[d] * f.FlagDy[d];
-  }
+  for (int d = 0; d < 8; ++d) flagTarget(f, d, c.AimCol[d], c.AimRow[d]);
 }
 
 // The player who would get the ball, lowest index first among equals; the square is contested

@@ -24,4 +24,23 @@ double textValue(std::string_view text) {
   return v;
 }
 
+namespace {
+
+template <typename Real>
+std::string shortest(Real v) {
+  if (v == 0) return "0";  // also for -0
+  char buf[64];
+  const auto res = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, res.ptr);
+}
+
+}  // namespace
+
+std::string plainNumber(double v) {
+  return shortest(v);
+}
+std::string plainNumber(float v) {
+  return shortest(v);
+}
+
 }  // namespace quorvel

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace quorvel {
@@ -28,5 +29,10 @@ inline int roundIndex(double x) {
 // The number a text box holds: its leading number, blanks skipped; 0 when it starts with none
 // (an empty or non-numeric box counts as 0).
 double textValue(std::string_view text);
+
+// A number as a text box shows it: the shortest text that reads back as the same value, "0"
+// for -0. A Single is written as a Single, so 12.1 stays "12.1".
+std::string plainNumber(double v);
+std::string plainNumber(float v);
 
 }  // namespace quorvel

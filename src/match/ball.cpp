@@ -2,6 +2,7 @@
 // receiver runs to meet it, and on arrival hands the ball over or starts the goal.
 #include <string>
 
+#include "ai/ai.h"
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
@@ -84,11 +85,7 @@ void completeKick(MatchForm& f) {
   setFocus(f, f.Cdice);
   if (f.BallOwner > 11) {
     f.TeamTurn = kRightSide;
-    if (playLeftVsAI(f)) {
-      f.AIGo = 1;
-      f.TimAI.setInterval(f.Vai.Value);
-      f.TimAI.setEnabled(true);
-    }
+    if (playLeftVsAI(f)) startComputerTurn(f);
   }
   if (f.BallOwner < 12) f.TeamTurn = kLeftSide;
   Rainbow(f);

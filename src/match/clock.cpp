@@ -6,7 +6,6 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
-#include "shape/shape.h"
 
 namespace quorvel {
 
@@ -37,11 +36,7 @@ void fullTime(MatchForm& f) {
 void halfTime(MatchForm& f) {
   f.PlaceMode = kPlaceKickOff;
   f.KickOffSide = static_cast<Integer>(f.KickOffSide == 1 ? 2 : 1);
-  if (f.KickOffSide == 1 && playLeftVsAI(f)) {
-    f.TimAI.setEnabled(false);
-    f.AIGo = 0;
-  }
-  setKickOff(f, f.KickOffSide);
+  restartKickOff(f, f.KickOffSide);
   SetPlay(f);
   f.HalfHold = 1;
   f.TXgame[0].Text = "Half";

@@ -29,16 +29,16 @@ void Cdice_MouseDown(MatchForm& f) {
 namespace {
 
 bool isUp(int d) {
-  return d == 0 || d == 1 || d == 7;
+  return kRowSign[d] < 0;
 }
 bool isDown(int d) {
-  return d == 3 || d == 4 || d == 5;
+  return kRowSign[d] > 0;
 }
 bool isLeft(int d) {
-  return d == 5 || d == 6 || d == 7;
+  return kColSign[d] < 0;
 }
 bool isRight(int d) {
-  return d == 1 || d == 2 || d == 3;
+  return kColSign[d] > 0;
 }
 
 // Works out the reach of every direction for a roll of `die`: shots into a goal mouth keep

@@ -10,9 +10,6 @@ namespace quorvel {
 namespace {
 
 constexpr int kMinus = '-';
-constexpr int kRoll = '5';
-// The key of flag 0..7: the keypad's layout, up first and then clockwise.
-constexpr int kFlagKeys[8] = {'8', '9', '6', '3', '2', '1', '4', '7'};
 
 // The side to play's two substitution boxes, in the order the key tries them.
 constexpr int kBoxes[3][2] = {{}, {0, 1}, {2, 3}};
@@ -44,7 +41,7 @@ void Form_KeyPress(MatchForm& f, int keyAscii) {
   if (keyAscii == kMinus) return substituteByKey(f);
   for (int d = 0; d < 8; ++d)
     if (f.CDdest[d].Visible && keyAscii == kFlagKeys[d]) press(f, f.CDdest[d]);
-  if (keyAscii == kRoll && f.Cdice.Enabled) press(f, f.Cdice);
+  if (keyAscii == kRollKey && f.Cdice.Enabled) press(f, f.Cdice);
 }
 
 }  // namespace quorvel

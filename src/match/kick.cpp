@@ -3,22 +3,19 @@
 #include <array>
 #include <cmath>
 
+#include "ai/ai.h"
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
 
 namespace quorvel {
 
-namespace {
-
-// Column and row change of a kick along flag `index`, from the reaches of the last roll.
-void targetOf(const MatchForm& f, int index, double& col, double& row) {
-  const int dx = f.FlagDx[index], dy = f.FlagDy[index];
-  static constexpr int kCol[8] = {0, 1, 1, 1, 0, -1, -1, -1};
-  static constexpr int kRow[8] = {-1, -1, 0, 1, 1, 1, 0, -1};
-  col = f.BallCol + kCol[index] * dx;
-  row = f.BallRow + kRow[index] * dy;
+void flagTarget(const MatchForm& f, int d, double& col, double& row) {
+  col = f.BallCol + kColSign[d] * f.FlagDx[d];
+  row = f.BallRow + kRowSign[d] * f.FlagDy[d];
 }
+
+namespace {
 
 bool rankMode(const MatchForm& f) {
   return f.Ch50.Value == 1;
@@ -59,7 +56,7 @@ void CDdest_Click(MatchForm& f, int index) {
   for (int d = 0; d < 8; ++d) otherShot = otherShot || (d != index && f.FlagGoal[d] == 1);
   if (otherShot) f.FlagGoal.fill(-1);
 
-  targetOf(f, index, f.TargetCol, f.TargetRow);
+  flagTarget(f, index, f.TargetCol, f.TargetRow);
 
   // The nearest player gets the ball; the first one met wins a tie. In rank mode a small rank
   // term decides ties: lower place first, then the side not in possession.
@@ -96,8 +93,7 @@ void CDdest_Click(MatchForm& f, int index) {
 
   f.TimB.setEnabled(true);
   f.ClickFrom = kFromMouse;
-  f.AIGo = 0;
-  f.TimAI.setEnabled(false);
+  stopComputerTurn(f);
   setFocus(f, f.Cdice);
 }
 

@@ -24,12 +24,6 @@ void writeShirtNumbers(MatchForm& f) {
   for (int i = 1; i <= 22; ++i) f.Tnum[i].Text = std::to_string(shirtOf(i));
 }
 
-void startComputerTurn(MatchForm& f) {
-  f.AIGo = 1;
-  f.TimAI.setInterval(f.Vai.Value);
-  f.TimAI.setEnabled(true);
-}
-
 }  // namespace
 
 void setKickOff(MatchForm& f, int side) {
@@ -45,6 +39,12 @@ void setKickOff(MatchForm& f, int side) {
     f.BallRow = 4;
     if (playLeftVsAI(f)) startComputerTurn(f);
   }
+}
+
+void restartKickOff(MatchForm& f, int side) {
+  // The computer's turn ends with the half or the goal; the left side kicks off by hand.
+  if (side == 1 && playLeftVsAI(f)) stopComputerTurn(f);
+  setKickOff(f, side);
 }
 
 void Form_Load(MatchForm& f) {
@@ -81,6 +81,12 @@ void Timi_Timer(MatchForm& f) {
   f.TimiCount = static_cast<Integer>(next);
 }
 
+void mixStartUpCount(MatchForm& f) {
+  if (!f.Timi.Enabled()) return;
+  f.Timi.setEnabled(false);
+  f.Rnd.mix(f.TimiCount);
+}
+
 void CDgo_Click(MatchForm& f) {
   if (f.Banner[0].Top < 9160) f.TimBan.setEnabled(true);
   f.ChtenFIF.Enabled = false;
@@ -107,10 +113,7 @@ void CDgo_Click(MatchForm& f) {
   // that it never counts on the new match's board nor restarts the new match's play.
   f.TimSc.setEnabled(false);
   f.Lablurb.Visible = true;
-  if (f.Timi.Enabled()) {
-    f.Timi.setEnabled(false);
-    f.Rnd.mix(f.TimiCount);
-  }
+  mixStartUpCount(f);
   f.GameCount = f.GameCount + 1;
   if (f.GameCount > 9999) f.GameCount = 1;
   f.KickOffSide = static_cast<Integer>(randomIn(f.Rnd, 1, 2));

@@ -24,8 +24,7 @@ void chooseRandom(MatchForm& f) {
 
 void FormAI(MatchForm& f) {
   if (!playLeftVsAI(f)) return;
-  f.GoalDiff =
-      static_cast<Integer>(roundEven(textValue(f.Goals[2].Text) - textValue(f.Goals[1].Text)));
+  f.GoalDiff = goalDifference(f);
   const int d = f.GoalDiff;
   const double t = f.ClockMin;
 

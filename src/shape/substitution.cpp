@@ -3,7 +3,6 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
-#include "match/paths.h"
 #include "shape/shape.h"
 
 namespace quorvel {
@@ -83,7 +82,7 @@ void MakeSub(MatchForm& f) {
   number.BackColor = main;
 
   f.PlaceMode = kPlaceAfterSub;  // the re-forming walk keeps the ball at its owner's feet
-  number.Text = formatNumber(f.SubNumber);
+  number.Text = plainNumber(f.SubNumber);
   sub.Top = kBenchTop;
   sub.Left = kBenchLeft;
   sub.Visible = true;
@@ -112,7 +111,7 @@ void TimSub_Timer(MatchForm& f) {
   leaving.Top = sub.Top;
   leaving.Left = sub.Left;
   sub.Visible = false;
-  f.Tnum[roundIndex(f.SubOff)].Text = formatNumber(f.SubNumber);
+  f.Tnum[roundIndex(f.SubOff)].Text = plainNumber(f.SubNumber);
   FormAI(f);
   SetPlay(f);
 }

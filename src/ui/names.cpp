@@ -216,10 +216,7 @@ void CDcontest_Click(MatchForm& f, int index) {
 }
 
 void cdr_Click(MatchForm& f) {
-  if (f.Timi.Enabled()) {
-    f.Timi.setEnabled(false);
-    f.Rnd.mix(f.TimiCount);
-  }
+  mixStartUpCount(f);
   for (int i = 0; i < 4; ++i) Docol(f, i);
   Rainbow(f);
   Namer(f, 1);
