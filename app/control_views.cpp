@@ -82,18 +82,25 @@ void PictureView::draw(QPainter& p) const {
   drawPicture(p, key_, r, look_);
 }
 
-void PictureView::mousePressEvent(QMouseEvent* e) {
-  // Accepted, so that a click on a picture never falls through to the window behind it.
+void ClickTracker::press(QMouseEvent* e) {
   pressed_ = e->button() == Qt::LeftButton;
   e->accept();
 }
 
-void PictureView::mouseReleaseEvent(QMouseEvent* e) {
+bool ClickTracker::release(QMouseEvent* e, const QRect& area) {
   const bool click =
-      pressed_ && e->button() == Qt::LeftButton && rect().contains(e->position().toPoint());
+      pressed_ && e->button() == Qt::LeftButton && area.contains(e->position().toPoint());
   pressed_ = false;
   e->accept();
-  if (click) emit clicked();
+  return click;
+}
+
+void PictureView::mousePressEvent(QMouseEvent* e) {
+  click_.press(e);
+}
+
+void PictureView::mouseReleaseEvent(QMouseEvent* e) {
+  if (click_.release(e, rect())) emit clicked();
 }
 
 // ---- PictureButton -----------------------------------------------------------------------

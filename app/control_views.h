@@ -13,7 +13,21 @@
 #include "form/controls.h"
 #include "pictures.h"
 
+class QMouseEvent;
+
 namespace quorvel {
+
+// A left-button press and release inside the same widget: a click as a person means it. Both
+// events are accepted, so that a click never falls through to the widget behind.
+class ClickTracker {
+ public:
+  void press(QMouseEvent* e);
+  // True when this release completes a click inside `area`.
+  bool release(QMouseEvent* e, const QRect& area);
+
+ private:
+  bool pressed_ = false;
+};
 
 // A picture control. `number` is the shirt-number box a player picture holds, painted as part
 // of the piece.
@@ -55,7 +69,7 @@ class PictureView : public QWidget {
   QString key_;
   PictureLook look_;
   QPixmap drawn_;  // the picture at the current size and pixel ratio; empty when stale
-  bool pressed_ = false;
+  ClickTracker click_;
 };
 
 // A command button that shows a picture (the die, a flag, the web-site button).

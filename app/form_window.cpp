@@ -13,7 +13,7 @@
 #include <cmath>
 #include <limits>
 
-#include "match/events.h"
+#include "events/events.h"
 
 namespace quorvel {
 

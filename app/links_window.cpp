@@ -3,7 +3,7 @@
 #include <QCloseEvent>
 #include <QMouseEvent>
 
-#include "match/events.h"
+#include "events/events.h"
 
 namespace quorvel {
 
@@ -15,26 +15,19 @@ constexpr double kClientHeight = 4440;
 
 LinksWindow::LinksWindow(MatchForm& f) : FormWindow(f, kClientWidth, kClientHeight) {
   setWindowTitle(QStringLiteral("Free Quorvel"));
-  auto& l = f.LinksForm;
-  for (Control* c : {static_cast<Control*>(&l.Picture1), static_cast<Control*>(&l.Picture2),
-                     static_cast<Control*>(&l.Command1), static_cast<Control*>(&l.CDend)}) {
+  for (Control* c : f.LinksForm.controls()) {
     QWidget* w = bind(*c);
     if (c->kind == Kind::Picture) w->setCursor(Qt::PointingHandCursor);
   }
 }
 
 void LinksWindow::mousePressEvent(QMouseEvent* e) {
-  pressed_ = e->button() == Qt::LeftButton;
-  e->accept();
+  click_.press(e);
 }
 
 void LinksWindow::mouseReleaseEvent(QMouseEvent* e) {
   // Only clicks that no picture or button took land here: the window's background.
-  const bool click =
-      pressed_ && e->button() == Qt::LeftButton && rect().contains(e->position().toPoint());
-  pressed_ = false;
-  e->accept();
-  if (click) {
+  if (click_.release(e, rect())) {
     userClickLinksForm(f_);
     emit handled();
   }

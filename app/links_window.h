@@ -2,6 +2,7 @@
 // button to the web site and the Exit that ends the program.
 #pragma once
 
+#include "control_views.h"
 #include "form_window.h"
 
 namespace quorvel {
@@ -17,7 +18,7 @@ class LinksWindow : public FormWindow {
   void closeEvent(QCloseEvent* e) override;
 
  private:
-  bool pressed_ = false;
+  ClickTracker click_;  // on the background
 };
 
 }  // namespace quorvel

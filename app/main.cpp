@@ -9,6 +9,7 @@
 #include <random>
 #include <utility>
 
+#include "events/events.h"
 #include "match_window.h"
 #include "pictures.h"
 

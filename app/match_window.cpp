@@ -13,7 +13,7 @@
 #include <cmath>
 #include <vector>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "pictures.h"
 
 namespace quorvel {

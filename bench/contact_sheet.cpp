@@ -6,7 +6,7 @@
 #include <QStyleFactory>
 #include <cstdio>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "match_window.h"
 
 int main(int argc, char** argv) {

@@ -5,7 +5,8 @@
 #include <memory>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "events/events.h"
+#include "match/codes.h"
 #include "match/match.h"
 #include "sim.h"
 
@@ -50,7 +51,7 @@ BENCHMARK(SetPlayBench)->Name("SetPlay");
 void ClickDiBench(benchmark::State& state) {
   auto f = readyMatch();
   for (auto _ : state) {
-    f->DiceReady = 1;  // a new turn each time, from the same square
+    f->DiceReady = kDiceReady;  // a new turn each time, from the same square
     ClickDi(*f);
     benchmark::DoNotOptimize(f->FlagCount);
   }

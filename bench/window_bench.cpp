@@ -16,7 +16,7 @@
 #include <random>
 #include <string>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "match_window.h"
 #include "pictures.h"
 #include "window_probe.h"

@@ -12,6 +12,9 @@ Integer ThreatAI(const MatchForm& f);
 Integer Terror(const MatchForm& f);
 Integer TerrorAI(const MatchForm& f);
 
+// The computer's turn: it is to roll, and its timer runs at the speed Vai sets; or it is over.
+void startComputerTurn(MatchForm& f);
+void stopComputerTurn(MatchForm& f);
 void TimAI_Timer(MatchForm& f);
 void ChAuto_Click(MatchForm& f);
 void TimAuto_Timer(MatchForm& f);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ai/ai.h"
+#include "match/codes.h"
 #include "match/match.h"
 #include "shape/shape.h"
 
@@ -72,9 +73,20 @@ bool between(double v, double lo, double hi) {
 
 }  // namespace
 
+void startComputerTurn(MatchForm& f) {
+  f.AIGo = 1;
+  f.TimAI.setInterval(f.Vai.Value);
+  f.TimAI.setEnabled(true);
+}
+
+void stopComputerTurn(MatchForm& f) {
+  f.TimAI.setEnabled(false);
+  f.AIGo = 0;
+}
+
 void TimAI_Timer(MatchForm& f) {
   f.AIIQ = f.Hai.Value;
-  if (f.TeamTurn == 1) return;
+  if (f.TeamTurn == kLeftSide) return;
   if (f.TimPlace.Enabled() || f.TimSub.Enabled()) return;
 
   const int iq = wholeIq(f.AIIQ);

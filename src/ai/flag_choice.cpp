@@ -6,14 +6,13 @@
 #include <string>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "match/codes.h"
+#include "match/match.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 
 namespace {
-
-constexpr int kColSign[8] = {0, 1, 1, 1, 0, -1, -1, -1};
-constexpr int kRowSign[8] = {-1, -1, 0, 1, 1, 1, 0, -1};
 
 // Scores by direction: the person's player nearest, the computer's nearest, contested. The
 // leftward kicks, towards the goal the computer attacks, score highest in each column.
@@ -22,10 +21,7 @@ constexpr double kComputerScore[8] = {5000, 3000, 2000, 3000, 5000, 8000, 12000,
 constexpr double kContestedScore[8] = {400, 300, 200, 300, 400, 600, 500, 600};
 
 void aimSquares(const MatchForm& f, FlagChoice& c) {
-  for (int d = 0; d < 8; ++d) {
-    c.AimCol[d] = f.BallCol + kColSign[d] * f.FlagDx[d];
-    c.AimRow[d] = f.BallRow + kRowSign[d] * f.FlagDy[d];
-  }
+  for (int d = 0; d < 8; ++d) flagTarget(f, d, c.AimCol[d], c.AimRow[d]);
 }
 
 // The player who would get the ball, lowest index first among equals; the square is contested
@@ -162,7 +158,7 @@ FlagChoice weighFlags(MatchForm& f) {
 
   // The miss: one draw per IQ, always all five, so that the sequence of draws does not depend
   // on the IQ; only the current IQ's draw counts, and a hit draws the direction at once.
-  f.ClickFrom = 33;
+  f.ClickFrom = kFromComputer;
   constexpr int kMissOdds[5] = {50, 24, 18, 12, 6};  // IQ 5, 4, 3, 2, 1
   for (int k = 0; k < 5; ++k) {
     const bool hit = intPart(f.Rnd.next() * kMissOdds[k]) == 0;

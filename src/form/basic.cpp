@@ -26,21 +26,20 @@ double textValue(std::string_view text) {
 
 namespace {
 
-template <typename T>
-std::string shortest(T v) {
+template <typename Real>
+std::string shortest(Real v) {
   if (v == 0) return "0";  // also for -0
   char buf[64];
-  const auto r = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, r.ptr);
+  const auto res = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, res.ptr);
 }
 
 }  // namespace
 
-std::string formatNumber(double v) {
+std::string plainNumber(double v) {
   return shortest(v);
 }
-
-std::string formatNumber(float v) {
+std::string plainNumber(float v) {
   return shortest(v);
 }
 

@@ -30,9 +30,9 @@ inline int roundIndex(double x) {
 // (an empty or non-numeric box counts as 0).
 double textValue(std::string_view text);
 
-// The shortest text that reads back to exactly the same number ("7", "0.15", "247.5"): a
-// substitute's shirt number, and every number the driver prints.
-std::string formatNumber(double v);
-std::string formatNumber(float v);
+// A number as a text box shows it: the shortest text that reads back as the same value, "0"
+// for -0. A Single is written as a Single, so 12.1 stays "12.1".
+std::string plainNumber(double v);
+std::string plainNumber(float v);
 
 }  // namespace quorvel

@@ -3,6 +3,8 @@
 // holds a text box) is positioned relative to that container.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 
 #include "form/colour.h"
@@ -34,6 +36,8 @@ struct Control {
   Colour BackColor = RGB(255, 255, 255);
   Colour ForeColor = RGB(0, 0, 0);
   std::string ToolTipText;
+  // The handler a click raises, bound when the form is made; empty: the control has none.
+  std::function<void()> Click;
 };
 
 // A picture box. `Image` names the stored picture it shows ("die3", "flag", ...).
@@ -52,7 +56,8 @@ struct CommandButton : Control {
   CommandButton() : Control(Kind::CommandButton) {}
   std::string Caption;
   std::string Image;
-  bool Value = false;  // pressed; setting it from code raises the click
+  bool Value = false;               // pressed; setting it from code raises the click
+  std::function<void()> MouseDown;  // raised by a mouse press, before the click
 };
 
 struct CheckBox : Control {
@@ -71,6 +76,7 @@ struct OptionButton : Control {
 struct ScrollBar : Control {
   ScrollBar() : Control(Kind::ScrollBar) {}
   int Min = 0, Max = 32767, Value = 0, SmallChange = 1, LargeChange = 1;
+  std::function<void()> Change;  // raised whenever Value changes
 };
 
 struct Frame : Control {
@@ -87,5 +93,18 @@ const char* kindName(Kind k);
 
 // Visible and enabled, and so is every container around it: a person can reach it.
 bool reachable(const Control& c);
+
+// Runs a bound handler; an unbound one does nothing.
+inline void raise(const std::function<void()>& handler) {
+  if (handler) handler();
+}
+
+// Index of `c` in the control array `arr`, or -1.
+template <typename Arr>
+int indexIn(const Arr& arr, const Control& c) {
+  for (std::size_t i = 0; i < arr.size(); ++i)
+    if (static_cast<const Control*>(&arr[i]) == &c) return static_cast<int>(i);
+  return -1;
+}
 
 }  // namespace quorvel

@@ -2,8 +2,10 @@
 // receiver runs to meet it, and on arrival hands the ball over or starts the goal.
 #include <string>
 
-#include "match/events.h"
+#include "ai/ai.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -78,25 +80,21 @@ void completeKick(MatchForm& f) {
   f.PlayerRow[owner] = f.TargetRow;
   f.BallCol = static_cast<Integer>(roundEven(f.TargetCol));
   f.BallRow = static_cast<Integer>(roundEven(f.TargetRow));
-  f.DiceReady = 1;
+  f.DiceReady = kDiceReady;
   f.Cdice.BackColor = RGB(255, 255, 255);
   setFocus(f, f.Cdice);
   if (f.BallOwner > 11) {
-    f.TeamTurn = 2;
-    if (playLeftVsAI(f)) {
-      f.AIGo = 1;
-      f.TimAI.setInterval(f.Vai.Value);
-      f.TimAI.setEnabled(true);
-    }
+    f.TeamTurn = kRightSide;
+    if (playLeftVsAI(f)) startComputerTurn(f);
   }
-  if (f.BallOwner < 12) f.TeamTurn = 1;
+  if (f.BallOwner < 12) f.TeamTurn = kLeftSide;
   Rainbow(f);
   TikTok(f);
   // The ball timer stays on: its next tick dribbles at the new owner's feet.
 }
 
 void flightTick(MatchForm& f) {
-  if (f.GameOn == 0) return;
+  if (f.GameOn == kNoMatchYet) return;
   f.Ball.Top += f.BallStepY;
   f.Ball.Left += f.BallStepX;
   // A substitute walking on holds the count and the receiver; the ball keeps flying.
@@ -106,7 +104,7 @@ void flightTick(MatchForm& f) {
     f.Player[f.Receiver].Left -= f.RunStepX;
   }
   f.KickTicks -= 1;
-  if (f.ContestWin > 0) contestAnimation(f);
+  if (f.ContestWin != kNoContest) contestAnimation(f);
   if (f.KickTicks < 1) completeKick(f);
 }
 

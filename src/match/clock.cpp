@@ -3,9 +3,9 @@
 #include <cmath>
 #include <string>
 
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
-#include "shape/shape.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 
@@ -34,13 +34,9 @@ void fullTime(MatchForm& f) {
 }
 
 void halfTime(MatchForm& f) {
-  f.PlaceMode = 34;
+  f.PlaceMode = kPlaceKickOff;
   f.KickOffSide = static_cast<Integer>(f.KickOffSide == 1 ? 2 : 1);
-  if (f.KickOffSide == 1 && playLeftVsAI(f)) {
-    f.TimAI.setEnabled(false);
-    f.AIGo = 0;
-  }
-  setKickOff(f, f.KickOffSide);
+  restartKickOff(f, f.KickOffSide);
   SetPlay(f);
   f.HalfHold = 1;
   f.TXgame[0].Text = "Half";

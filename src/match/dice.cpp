@@ -2,8 +2,9 @@
 // that plays the computer's shown choice.
 #include <array>
 
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 
@@ -12,9 +13,9 @@ void Cdice_Click(MatchForm& f) {
   // In "Mouse vs Keys" a mouse click raises the press first, which rolls for the left side;
   // the click itself (or a key) rolls only for the right side.
   if (mouseVsKeys(f)) {
-    if (f.TeamTurn == 2) ClickDi(f);
+    if (f.TeamTurn == kRightSide) ClickDi(f);
   } else if (playLeftVsAI(f)) {
-    if (f.TeamTurn == 1) ClickDi(f);  // the computer rolls for itself
+    if (f.TeamTurn == kLeftSide) ClickDi(f);  // the computer rolls for itself
   } else {
     ClickDi(f);
   }
@@ -22,22 +23,22 @@ void Cdice_Click(MatchForm& f) {
 }
 
 void Cdice_MouseDown(MatchForm& f) {
-  if (mouseVsKeys(f) && f.TeamTurn == 1) ClickDi(f);
+  if (mouseVsKeys(f) && f.TeamTurn == kLeftSide) ClickDi(f);
 }
 
 namespace {
 
 bool isUp(int d) {
-  return d == 0 || d == 1 || d == 7;
+  return kRowSign[d] < 0;
 }
 bool isDown(int d) {
-  return d == 3 || d == 4 || d == 5;
+  return kRowSign[d] > 0;
 }
 bool isLeft(int d) {
-  return d == 5 || d == 6 || d == 7;
+  return kColSign[d] < 0;
 }
 bool isRight(int d) {
-  return d == 1 || d == 2 || d == 3;
+  return kColSign[d] > 0;
 }
 
 // Works out the reach of every direction for a roll of `die`: shots into a goal mouth keep
@@ -103,14 +104,14 @@ void placeFlags(MatchForm& f) {
 }  // namespace
 
 void ClickDi(MatchForm& f) {
-  if (f.GameOn == 0) return;
+  if (f.GameOn == kNoMatchYet) return;
   // Any roll attempt clears the last contest, even one refused below.
   f.CDcontest[1].Image = f.Di[7].Image;
   f.CDcontest[2].Image = f.Di[7].Image;
-  f.ContestWin = 0;
+  f.ContestWin = kNoContest;
   // The die waits while players walk to their places and while a substitute walks on.
   if (f.TimPlace.Enabled() || f.TimSub.Enabled()) return;
-  if (f.DiceReady == -1 || !f.GameEnd.empty()) return;
+  if (f.DiceReady == kDiceRolled || !f.GameEnd.empty()) return;
 
   f.PicGame.Visible = false;
   f.FormChanged[1] = 0;
@@ -126,7 +127,7 @@ void ClickDi(MatchForm& f) {
   for (int d = 0; d < 8; ++d) f.FlagGoal[d] = -1;
   const std::array<bool, 8> cutShort = measureDirections(f, f.DiceValue);
 
-  f.DiceReady = -1;
+  f.DiceReady = kDiceRolled;
   f.Cdice.BackColor = RGB(0, 0, 0);
 
   placeFlags(f);
@@ -139,7 +140,7 @@ void ClickDi(MatchForm& f) {
     if (isLeft(d)) f.CDdest[d].Left = 75;
   }
 
-  f.OnlyFlag = 11;
+  f.OnlyFlag = kNoOnlyFlag;
   f.FlagCount = 0;
   for (int d = 0; d < 8; ++d) {
     if (!f.CDdest[d].Visible) continue;
@@ -149,7 +150,7 @@ void ClickDi(MatchForm& f) {
   // A real choice lets automatic play act again; a forced move leaves its hold alone.
   if (f.FlagCount > 1) {
     f.AutoHold = 0;
-    f.OnlyFlag = 11;
+    f.OnlyFlag = kNoOnlyFlag;
   }
   if (f.AIGo == 1) f.AIGo = 2;
 }

@@ -1,22 +1,16 @@
 // The goal celebration: the scorers flash their two colours for eleven ticks, then the goal
 // is counted and the side that conceded kicks off.
-#include <charconv>
 #include <string>
 
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
 
 namespace quorvel {
 
 namespace {
-
-std::string plainNumber(double v) {
-  char buf[32];
-  const auto res = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, res.ptr);
-}
 
 void flashScorers(MatchForm& f) {
   const bool left = f.GoalSide == 1;
@@ -43,8 +37,7 @@ void restartAfterGoal(MatchForm& f) {
   const int scorer = f.GoalSide == 1 ? 1 : 2;
   TextBox& score = f.Goals[scorer];
   score.Text = plainNumber(textValue(score.Text) + 1);
-  f.GoalDiff =
-      static_cast<Integer>(roundEven(textValue(f.Goals[2].Text) - textValue(f.Goals[1].Text)));
+  f.GoalDiff = goalDifference(f);
 
   f.GoalHold = 1;
   f.TimSc.setEnabled(false);
@@ -52,11 +45,7 @@ void restartAfterGoal(MatchForm& f) {
 
   // The side that conceded kicks off.
   const int side = scorer == 1 ? 2 : 1;
-  if (side == 1 && playLeftVsAI(f)) {
-    f.TimAI.setEnabled(false);
-    f.AIGo = 0;
-  }
-  setKickOff(f, side);
+  restartKickOff(f, side);
 
   f.GoalFlag = -1;
   f.GoalSide = 0;
@@ -65,17 +54,21 @@ void restartAfterGoal(MatchForm& f) {
     f.CDdest[i].Visible = false;
   }
   Rainbow(f);
-  f.PlaceMode = 34;
+  f.PlaceMode = kPlaceKickOff;
   SetPlay(f);
   f.TimB.setEnabled(true);
   f.TimTeam.setEnabled(true);
-  f.DiceReady = 1;
+  f.DiceReady = kDiceReady;
   f.Cdice.BackColor = RGB(255, 255, 255);
   f.Cdice.Image = f.Di[0].Image;
   setFocus(f, f.Cdice);
 }
 
 }  // namespace
+
+Integer goalDifference(const MatchForm& f) {
+  return static_cast<Integer>(roundEven(textValue(f.Goals[2].Text) - textValue(f.Goals[1].Text)));
+}
 
 void TimSc_Timer(MatchForm& f) {
   f.CheerTicks = static_cast<Integer>(f.CheerTicks + 1);

@@ -1,7 +1,8 @@
 // Keyboard play: the digit keys kick in eight directions, 5 rolls, minus substitutes. The
 // window hands every typed character here, whichever control has the focus.
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "shape/shape.h"
 
 namespace quorvel {
@@ -9,9 +10,6 @@ namespace quorvel {
 namespace {
 
 constexpr int kMinus = '-';
-constexpr int kRoll = '5';
-// The key of flag 0..7: the keypad's layout, up first and then clockwise.
-constexpr int kFlagKeys[8] = {'8', '9', '6', '3', '2', '1', '4', '7'};
 
 // The side to play's two substitution boxes, in the order the key tries them.
 constexpr int kBoxes[3][2] = {{}, {0, 1}, {2, 3}};
@@ -22,8 +20,8 @@ void substituteByKey(MatchForm& f) {
     setValue(f, f.ChAuto, 1);
     return;
   }
-  if (f.KickTicks > 0 || f.DiceReady == -1) return;
-  if (f.TeamTurn != 1 && f.TeamTurn != 2) return;
+  if (f.KickTicks > 0 || f.DiceReady == kDiceRolled) return;
+  if (f.TeamTurn != kLeftSide && f.TeamTurn != kRightSide) return;
   for (int box : kBoxes[roundIndex(f.TeamTurn)]) {
     if (f.CHsub[box].Visible) return startSubstitution(f, box);
   }
@@ -34,16 +32,16 @@ void substituteByKey(MatchForm& f) {
 void Form_KeyPress(MatchForm& f, int keyAscii) {
   if (substitutionUnderWay(f) || f.TimPlace.Enabled() || !f.GameEnd.empty()) return;
   if (mouseVsKeys(f)) {
-    if (f.TeamTurn == 1) return;  // the left side plays with the mouse
+    if (f.TeamTurn == kLeftSide) return;  // the left side plays with the mouse
     // Once the right side has pressed any key, its flags take the mouse too until the next kick.
-    if (f.TeamTurn == 2) f.ClickFrom = 77;
+    if (f.TeamTurn == kRightSide) f.ClickFrom = kFromKeypad;
   }
-  if (playLeftVsAI(f) && f.TeamTurn == 2) return;
+  if (playLeftVsAI(f) && f.TeamTurn == kRightSide) return;
 
   if (keyAscii == kMinus) return substituteByKey(f);
   for (int d = 0; d < 8; ++d)
     if (f.CDdest[d].Visible && keyAscii == kFlagKeys[d]) press(f, f.CDdest[d]);
-  if (keyAscii == kRoll && f.Cdice.Enabled) press(f, f.Cdice);
+  if (keyAscii == kRollKey && f.Cdice.Enabled) press(f, f.Cdice);
 }
 
 }  // namespace quorvel

@@ -3,21 +3,19 @@
 #include <array>
 #include <cmath>
 
-#include "match/events.h"
+#include "ai/ai.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 
-namespace {
-
-// Column and row change of a kick along flag `index`, from the reaches of the last roll.
-void targetOf(const MatchForm& f, int index, double& col, double& row) {
-  const int dx = f.FlagDx[index], dy = f.FlagDy[index];
-  static constexpr int kCol[8] = {0, 1, 1, 1, 0, -1, -1, -1};
-  static constexpr int kRow[8] = {-1, -1, 0, 1, 1, 1, 0, -1};
-  col = f.BallCol + kCol[index] * dx;
-  row = f.BallRow + kRow[index] * dy;
+void flagTarget(const MatchForm& f, int d, double& col, double& row) {
+  col = f.BallCol + kColSign[d] * f.FlagDx[d];
+  row = f.BallRow + kRowSign[d] * f.FlagDy[d];
 }
+
+namespace {
 
 bool rankMode(const MatchForm& f) {
   return f.Ch50.Value == 1;
@@ -34,7 +32,7 @@ void diceContest(MatchForm& f, const std::array<int, 3>& best) {
   f.CDcontest[2].Image = f.Di[die[2]].Image;
   const int winner = die[1] > die[2] ? 1 : 2;
   f.Receiver = static_cast<Integer>(best[winner]);
-  f.ContestWin = static_cast<Integer>(winner == 1 ? 11 : 22);
+  f.ContestWin = winner == 1 ? kLeftWonContest : kRightWonContest;
 }
 
 }  // namespace
@@ -42,8 +40,8 @@ void diceContest(MatchForm& f, const std::array<int, 3>& best) {
 void CDdest_Click(MatchForm& f, int index) {
   // The right side plays from the keys in "Mouse vs Keys" and is the computer in "Play Left
   // vs AI"; its flags refuse any other origin.
-  if (mouseVsKeys(f) && f.TeamTurn == 2 && f.ClickFrom != 77) return;
-  if (playLeftVsAI(f) && f.TeamTurn == 2 && f.ClickFrom != 33) return;
+  if (mouseVsKeys(f) && f.TeamTurn == kRightSide && f.ClickFrom != kFromKeypad) return;
+  if (playLeftVsAI(f) && f.TeamTurn == kRightSide && f.ClickFrom != kFromComputer) return;
 
   // The ball timer must not see a half-prepared kick.
   f.TimB.setEnabled(false);
@@ -58,7 +56,7 @@ void CDdest_Click(MatchForm& f, int index) {
   for (int d = 0; d < 8; ++d) otherShot = otherShot || (d != index && f.FlagGoal[d] == 1);
   if (otherShot) f.FlagGoal.fill(-1);
 
-  targetOf(f, index, f.TargetCol, f.TargetRow);
+  flagTarget(f, index, f.TargetCol, f.TargetRow);
 
   // The nearest player gets the ball; the first one met wins a tie. In rank mode a small rank
   // term decides ties: lower place first, then the side not in possession.
@@ -94,9 +92,8 @@ void CDdest_Click(MatchForm& f, int index) {
   f.RunStepX = (f.PlayerCol[f.Receiver] * 900 - f.TargetCol * 900) / f.KickTicks;
 
   f.TimB.setEnabled(true);
-  f.ClickFrom = 0;
-  f.AIGo = 0;
-  f.TimAI.setEnabled(false);
+  f.ClickFrom = kFromMouse;
+  stopComputerTurn(f);
   setFocus(f, f.Cdice);
 }
 

@@ -1,12 +1,12 @@
 #include "match/match_form.h"
 
-#include "ai/ai.h"
-#include "match/match.h"
-#include "shape/shape.h"
-#include "ui/ui.h"
+#include <algorithm>
+#include <initializer_list>
 
 namespace quorvel {
 
+// The timers' intervals and whether they start running; which handler each one runs, and
+// the order of ticks due together, is the wiring's timer table.
 MatchForm::MatchForm()
     : Timi(Sched, "Timi", 15, true),
       TimPlace(Sched, "TimPlace", 15, false),
@@ -18,22 +18,7 @@ MatchForm::MatchForm()
       TimTeam(Sched, "TimTeam", 1000, true),
       TimBan(Sched, "TimBan", 15, false),
       Timer1(Sched, "Timer1", 15, false),
-      LinksForm(Sched) {
-  Sched.add(Timi, [this] { Timi_Timer(*this); });
-  Sched.add(TimPlace, [this] { TimPlace_Timer(*this); });
-  Sched.add(TimB, [this] { TimB_Timer(*this); });
-  Sched.add(TimSc, [this] { TimSc_Timer(*this); });
-  Sched.add(TimSub, [this] { TimSub_Timer(*this); });
-  Sched.add(TimAI, [this] { TimAI_Timer(*this); });
-  Sched.add(TimAuto, [this] { TimAuto_Timer(*this); });
-  Sched.add(TimTeam, [this] { TimTeam_Timer(*this); });
-  Sched.add(TimBan, [this] { TimBan_Timer(*this); });
-  Sched.add(Timer1, [this] { Timer1_Timer(*this); });
-  Sched.add(LinksForm.Timer1, [this] { LinksForm_Timer1_Timer(*this); });
-  // The closing window's timer runs only while that window is open.
-  LinksForm.Timer1.setEnabled(false);
-  applyLayout(*this);
-}
+      LinksForm(Sched) {}
 
 void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
   // Gaps of the control arrays (OPForm(5..9), CDcontest(0), Goals(0), ...) have no name.
@@ -86,17 +71,49 @@ void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
   fn(f.Command1);
   fn(f.Pip);
   fn(f.Pdat);
-  fn(f.LinksForm.Picture1);
-  fn(f.LinksForm.Picture2);
-  fn(f.LinksForm.Command1);
-  fn(f.LinksForm.CDend);
+  for (Control* c : f.LinksForm.controls()) fn(*c);
 }
 
-std::unique_ptr<MatchForm> newMatchForm(std::uint64_t seed) {
-  auto f = std::make_unique<MatchForm>();
-  f->Rnd.seed(seed);
-  Form_Load(*f);
-  return f;
+namespace {
+
+template <typename Arr>
+void clearGroup(Arr& arr, const OptionButton& keep) {
+  for (auto& b : arr)
+    if (&b != &keep && b.group == keep.group) b.Value = false;
+}
+
+}  // namespace
+
+void setValue(MatchForm& /*f*/, CheckBox& box, int value) {
+  if (box.Value == value) return;
+  box.Value = value;
+  raise(box.Click);
+}
+
+void select(MatchForm& f, OptionButton& button) {
+  if (button.Value) return;
+  clearGroup(f.OpMode, button);
+  clearGroup(f.OPForm, button);
+  clearGroup(f.OpName, button);
+  button.Value = true;
+  raise(button.Click);
+}
+
+void press(MatchForm& /*f*/, CommandButton& button) {
+  button.Value = true;
+  raise(button.Click);
+  button.Value = false;
+}
+
+void setScroll(MatchForm& /*f*/, ScrollBar& bar, int value) {
+  value = std::clamp(value, std::min(bar.Min, bar.Max), std::max(bar.Min, bar.Max));
+  if (bar.Value == value) return;
+  bar.Value = value;
+  raise(bar.Change);
+}
+
+void setFocus(MatchForm& f, const Control& c) {
+  f.ActiveControl = c.name;
 }
 
 }  // namespace quorvel

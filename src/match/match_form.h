@@ -5,7 +5,6 @@
 
 #include <array>
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "form/basic.h"
@@ -32,11 +31,18 @@ struct Platform {
 
 // The small second window shown after Exit.
 struct LinksFormState {
-  explicit LinksFormState(Scheduler& s) : Timer1(s, "LinksForm.Timer1", 7000, true) {}
-  bool Visible = false;
-  Picture Picture1, Picture2;
-  CommandButton Command1, CDend;
-  Timer Timer1;
+  explicit LinksFormState(Scheduler& s) : Timer1(s, "LinksForm.Timer1", 7000, false) {}
+  bool Visible = false;        // shown by Exit
+  Picture Picture1, Picture2;  // the two adverts, one visible at a time; a click opens a page
+  CommandButton Command1;      // the game's web site
+  CommandButton CDend;         // Exit: ends the program
+  Timer Timer1;                // 7 s: swaps the adverts while the window is open
+
+  // Its controls, in layout order.
+  std::array<Control*, 4> controls() { return {&Picture1, &Picture2, &Command1, &CDend}; }
+  bool holds(const Control& c) const {
+    return &c == &Picture1 || &c == &Picture2 || &c == &Command1 || &c == &CDend;
+  }
 };
 
 struct MatchForm {
@@ -45,130 +51,160 @@ struct MatchForm {
   MatchForm& operator=(const MatchForm&) = delete;
 
   // ---- time, chance, platform ------------------------------------------------------------
-  Scheduler Sched;
-  Random Rnd;
-  Platform platform;
+  Scheduler Sched;    // virtual milliseconds and the timers due next
+  Random Rnd;         // the one random source, draws in [0, 1)
+  Platform platform;  // browser, message box, repaint and quit, as the host provides them
 
   // ---- match flow, die and clock ---------------------------------------------------------
-  Single GameOn = 0;
-  std::string GameEnd;
-  Long GameCount = 0;
-  Integer KickOffSide = 0;
-  Integer TimiCount = 0;
-  Single DiceReady = 0;
-  Integer DiceValue = 0;
-  double ClockMin = 0;
-  double ClockSec = 0;
-  Single HalfHold = 0;
+  Single GameOn = 0;        // kNoMatchYet until the first Start, then kGameOn for good
+  std::string GameEnd;      // "ended" from full time until the next Start, else empty
+  Long GameCount = 0;       // matches started, 1..9999 then 1 again; 1 favours the left kick-off
+  Integer KickOffSide = 0;  // side 1 or 2 that kicked off this half
+  Integer TimiCount = 0;    // Timi ticks before the first Start, wraps at 32760 to -32760
+  Single DiceReady = 0;     // kDiceReady: the side to play may roll; kDiceRolled: not now
+  Integer DiceValue = 0;    // last roll, 1..6
+  double ClockMin = 0;      // whole minutes of game time, 0..90
+  double ClockSec = 0;      // seconds/100 of the minute, 0..0.5; 0.6 carries into ClockMin
+  Single HalfHold = 0;      // 1 from half time until the next roll, else 0
 
   // ---- possession and the kick -----------------------------------------------------------
-  Single TeamTurn = 0;
-  Single BallOwner = 0;
-  Integer BallCol = 0, BallRow = 0;
-  std::array<Integer, 9> FlagDx{}, FlagDy{}, FlagGoal{};
-  Single FlagCount = 0;
-  Single OnlyFlag = 0;
-  Integer KickFlag = 0;
-  Single ClickFrom = 0;
-  double TargetCol = 0, TargetRow = 0;
-  Integer Receiver = 0;
-  double ReceiverDist = 0;
-  Integer ContestWin = 0;
-  double KickTicks = 0;
-  double BallStepX = 0, BallStepY = 0;
-  double RunStepX = 0, RunStepY = 0;
-  std::array<double, 3> KickCount{};
-  Integer DribbleDx = 0, DribbleDy = 0;
+  Single TeamTurn = 0;                        // side to play, kLeftSide or kRightSide
+  Single BallOwner = 0;                       // player in possession, 1..22
+  Integer BallCol = 0, BallRow = 0;           // the owner's square, 1..16 and 1..8
+  std::array<Integer, 9> FlagDx{}, FlagDy{};  // per direction 0..7: squares the roll reaches
+  std::array<Integer, 9> FlagGoal{};          // per direction 0..7: 1 a shot at goal, else -1
+  Single FlagCount = 0;                       // flags offered by the last roll, 0..8
+  Single OnlyFlag = 0;                        // the one flag offered 0..7, or kNoOnlyFlag
+  Integer KickFlag = 0;                       // flag 0..7 of the kick in flight, -1 none
+  Single ClickFrom = 0;                       // origin of the next flag click: kFrom...
+  double TargetCol = 0, TargetRow = 0;        // square kicked to (column 0 or 17: a shot)
+  Integer Receiver = 0;                       // player 1..22 who gets the ball
+  double ReceiverDist = 0;                    // his distance to the target (+ rank tie-break)
+  Integer ContestWin = 0;                     // kNoContest, kLeftWonContest, kRightWonContest
+  double KickTicks = 0;                       // ball ticks left of the kick, 60 down to 0
+  double BallStepX = 0, BallStepY = 0;        // twips the ball moves per ball tick
+  double RunStepX = 0, RunStepY = 0;          // twips the receiver runs per ball tick
+  std::array<double, 3> KickCount{};          // (1..2) completed kicks per side since start-up
+  Integer DribbleDx = 0, DribbleDy = 0;       // twips per tick of the idle ball's dribble
 
   // ---- goals -----------------------------------------------------------------------------
-  Integer GoalFlag = 0;
-  Integer GoalSide = 0;
-  Integer CheerTicks = 0;
-  Single CheerFlip = 0;
-  Single GoalHold = 0;
+  Integer GoalFlag = 0;    // flag 0..7 of the shot being played, -1 when not a shot
+  Integer GoalSide = 0;    // goal scored in: 1 the right-hand, 2 the left-hand; 0 none
+  Integer CheerTicks = 0;  // 250 ms ticks of the goal celebration, 0..12
+  Single CheerFlip = 0;    // 0/1, the celebration's colour swap
+  Single GoalHold = 0;     // 1 from the end of a celebration until the next roll, else 0
 
   // ---- team shape ------------------------------------------------------------------------
-  std::array<double, 23> PlayerCol{}, PlayerRow{};
-  Single PlaceMode = 0;
-  Integer PlaceTicks = 0;
-  std::array<Single, 3> FormChanged{};
-  Integer SubTicks = 0;
-  Single SubOff = 0;
-  Single SubNumber = 0;
-  Integer GoalDiff = 0;
+  std::array<double, 23> PlayerCol{}, PlayerRow{};  // (1..22) squares, 1..16 and 1..8
+  Single PlaceMode = 0;                 // kPlaceKickOff or kPlaceAfterSub: the walk and the ball
+  Integer PlaceTicks = 0;               // TimPlace ticks since the last SetPlay
+  std::array<Single, 3> FormChanged{};  // (1..2) non-zero once a side re-planned this walk
+  Integer SubTicks = 0;                 // substitution walk ticks; 0 none, 300 until it re-forms
+  Single SubOff = 0;                    // player 2..11 or 13..22 leaving the pitch, 0 none
+  Single SubNumber = 0;                 // shirt 12 or 13 of the next substitute
+  Integer GoalDiff = 0;                 // right side's goals minus the left side's, last computed
 
   // ---- computer opponent and automatic play ----------------------------------------------
-  Single AIGo = 0;
-  double AIIQ = 0;
-  Single AIFlag = 0;
-  std::array<std::array<Integer, 7>, 3> SubMinute{};  // (1..2, 1..6)
-  Integer ThreatCount = 0, ThreatAICount = 0, ThreatDiff = 0;
-  Integer TerrorCount = 0, TerrorAICount = 0, TerrorDiff = 0;
-  Single AutoHold = 0;
+  Single AIGo = 0;    // 0 not the computer's turn, 1 it is to roll, 2 it must choose a flag
+  double AIIQ = 0;    // the computer's skill 1..6, from Hai
+  Single AIFlag = 0;  // flag 0..7 of its last choice, -1 while it chooses
+  std::array<std::array<Integer, 7>, 3> SubMinute{};  // (1..2, IQ 1..6) earliest minutes of
+                                                      // its first and second substitution
+  Integer ThreatCount = 0, ThreatAICount = 0, ThreatDiff = 0;  // outfield players 0..10 in
+                                                               // the danger zone; difference
+  Integer TerrorCount = 0, TerrorAICount = 0, TerrorDiff = 0;  // outfield players 0..10 in
+                                                               // the far six columns
+  Single AutoHold = 0;  // 1 after automatic play clicked the only flag, until a real choice
 
   // ---- presentation ----------------------------------------------------------------------
-  std::array<Integer, 5> ColRed{}, ColGreen{}, ColBlue{};
-  std::array<Integer, 5> RedStep{}, GreenStep{}, BlueStep{};  // colour steps set at load
-  std::array<std::string, 3> TeamName{};
-  std::array<Integer, 3> HeadPick{}, TailPick{};
-  std::array<std::string, 151> NameHead{}, NameTail{};
-  Integer EditLock = 0;
+  std::array<Integer, 5> ColRed{}, ColGreen{}, ColBlue{};     // (0..3) swatch colours 0..255
+  std::array<Integer, 5> RedStep{}, GreenStep{}, BlueStep{};  // (0..3) colour steps, set at load
+  std::array<std::string, 3> TeamName{};                      // (1..2) names last drawn
+  std::array<Integer, 3> HeadPick{}, TailPick{};        // (1..2) name-table entries drawn last
+  std::array<std::string, 151> NameHead{}, NameTail{};  // (1..130) name halves: clubs, nations
+  Integer EditLock = 0;  // kNamesLocked or kNamesOpen, set by TimTeam; 0 before its first tick
 
   // ---- the window itself -----------------------------------------------------------------
   Colour BackColor;           // the main window's background
   bool Visible = true;        // false once Exit has closed it
   bool Ended = false;         // the program has been told to end
   std::string ActiveControl;  // name of the control with the keyboard focus
-  Message LastMessage;
-  std::string LastPage;
+  Message LastMessage;        // the last message box shown
+  std::string LastPage;       // the last web page asked for
 
-  // ---- controls --------------------------------------------------------------------------
-  Picture Grass;
-  std::array<Picture, 2> Goal;
-  std::array<Picture, 23> Player;
-  std::array<TextBox, 23> Tnum;
-  Picture Ball;
-  std::array<CommandButton, 10> CDdest;
-  CommandButton Cdice;
-  std::array<Picture, 8> Di;
-  std::array<CommandButton, 3> CDcontest;  // 1 and 2
-  CommandButton CDgo, CDend, CDhelp, cdr, CDhm;
-  CheckBox Chp;
-  std::array<TextBox, 3> Team, Goals, Poses;  // 1 and 2
-  TextBox TXtim, Text2;
-  Picture PicGame;
-  std::array<TextBox, 2> TXgame;
-  TextBox TXstart, TXver;
-  std::array<OptionButton, 3> OpMode;
-  Frame FrameMode;
-  ScrollBar Hai, Vai;
-  TextBox Text3, Text4, TXai, TXq;
-  std::array<OptionButton, 15> OPForm;  // 0..4 left, 10..14 right
-  Frame Fra1, Fra2;
-  std::array<TextBox, 3> Text1;
-  TextBox GreyGreen;
-  std::array<CheckBox, 4> CHsub;
-  TextBox TXoner;
-  std::array<OptionButton, 2> OpName;
-  Frame Frame2;
-  CheckBox Ch50, ChAuto, Chq, ChtenFIF;
-  std::array<Picture, 4> RainB;
-  Label Lablurb;
-  std::array<Picture, 2> Banner;
-  CommandButton Command1;
-  Picture Pip, Pdat;
+  // ---- controls: every one a member, arrays indexed as the game numbers them ----------------
+  Picture Grass;                              // the pitch
+  std::array<Picture, 2> Goal;                // 0 the right-hand goal, 1 the left-hand goal
+  std::array<Picture, 23> Player;             // (1..22) players; 0 the spare off the pitch
+  std::array<TextBox, 23> Tnum;               // (0..22) shirt numbers inside the players
+  Picture Ball;                               // the ball
+  std::array<CommandButton, 10> CDdest;       // (0..7) the flags of the eight directions
+  CommandButton Cdice;                        // the die: roll
+  std::array<Picture, 8> Di;                  // (0..7) die faces: 0 blank, 1..6, 7 contest blank
+  std::array<CommandButton, 3> CDcontest;     // (1..2) the 50/50 dice; a click renames the team
+  CommandButton CDgo, CDend, CDhelp;          // Start, Exit, Help
+  CommandButton cdr;                          // Random Teams
+  CommandButton CDhm;                         // plays the computer's shown flag (with Chp)
+  CheckBox Chp;                               // 1: the computer only shows its flag choice
+  std::array<TextBox, 3> Team, Goals, Poses;  // (1..2) name, score, possession per side
+  TextBox TXtim, Text2;                       // the match clock and its caption
+  Picture PicGame;                            // the half-time and full-time board
+  std::array<TextBox, 2> TXgame;              // (0..1) the board's two words
+  TextBox TXstart, TXver;                     // the keypad hint and the version
+  std::array<OptionButton, 3> OpMode;         // (0..2) Free Mode, Mouse vs Keys, Play Left vs AI
+  Frame FrameMode;                            // holds OpMode, Hai, Vai, Text3 and Text4
+  ScrollBar Hai, Vai;                         // the computer's IQ 1..6 and its thinking time in ms
+  TextBox Text3, Text4, TXai, TXq;            // Hai's and Vai's values, IQ caption, hidden readout
+  std::array<OptionButton, 15> OPForm;        // formations: 0..4 left, 10..14 right
+  Frame Fra1, Fra2;                           // the left and the right formation panel
+  std::array<TextBox, 3> Text1;               // (0..2) the panels' "Form:" captions
+  TextBox GreyGreen;                          // holds the dimmed text colour
+  std::array<CheckBox, 4> CHsub;              // (0..3) substitution boxes, 0..1 left, 2..3 right
+  TextBox TXoner;                             // the "Make Sub BEFORE rolling" warning
+  std::array<OptionButton, 2> OpName;         // (0..1) new names from clubs or nations
+  Frame Frame2;                               // holds OpName
+  CheckBox Ch50;                              // 50/50 balls: 0 settled by dice, 1 by rank
+  CheckBox ChAuto;                // 0: automatic play of a single offered flag (ticked means off)
+  CheckBox Chq;                   // 1: Quickplay, players jump to their squares
+  CheckBox ChtenFIF;              // clock: 0 fifteen, 1 ten seconds a move
+  std::array<Picture, 4> RainB;   // (0..3) colour swatches, 0..1 left, 2..3 right
+  Label Lablurb;                  // the blurb under the controls
+  std::array<Picture, 2> Banner;  // (0..1) the closing banners, links when clicked
+  CommandButton Command1;         // the maker's web site
+  Picture Pip, Pdat;              // hidden spares
 
   // ---- timers, in the order their ticks run when due together ----------------------------
-  Timer Timi, TimPlace, TimB, TimSc, TimSub, TimAI, TimAuto, TimTeam, TimBan, Timer1;
+  Timer Timi;      // 15 ms: counts TimiCount until the first Start
+  Timer TimPlace;  // 15 ms: the walk to the formation squares
+  Timer TimB;      // 15 ms: the kick in flight, else the idle ball's dribble
+  Timer TimSc;     // 250 ms: the goal celebration
+  Timer TimSub;    // 15 ms: a substitute walking on
+  Timer TimAI;     // Vai ms: the computer's turn
+  Timer TimAuto;   // 100 ms: automatic play
+  Timer TimTeam;   // 1 s: the team panel
+  Timer TimBan;    // 15 ms: the banners sliding in
+  Timer Timer1;    // 15 ms: a spare, never switched on
 
-  LinksFormState LinksForm;
+  LinksFormState LinksForm;  // the closing window shown after Exit
 };
 
 // Every control of both windows, main window first, in layout order.
 void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit);
 
-// A new form with its layout applied and the window-load procedure run (virtual time 0).
-std::unique_ptr<MatchForm> newMatchForm(std::uint64_t seed = 1);
+// A value set from code raises the control's handler at once, inside the caller, exactly as
+// a person's click does:
+//   check box      Value changed            -> its Click
+//   option button  selected (was not)       -> siblings cleared, then its Click
+//   command button Value = True             -> its Click, then Value back to False
+//   scroll bar     Value changed            -> its Change
+// Selecting an option button that is already selected raises nothing, so a choice that
+// changes nothing never spends a side's one re-plan during a walk. Which handler each control
+// raises is bound when the form is made.
+void setValue(MatchForm& f, CheckBox& box, int value);
+void select(MatchForm& f, OptionButton& button);
+void press(MatchForm& f, CommandButton& button);
+void setScroll(MatchForm& f, ScrollBar& bar, int value);
+void setFocus(MatchForm& f, const Control& c);
 
 // The four centre squares and the kick-off squares.
 inline bool isCentreSquare(double col, double row) {

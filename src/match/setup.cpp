@@ -3,8 +3,9 @@
 #include <vector>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
 
@@ -23,27 +24,27 @@ void writeShirtNumbers(MatchForm& f) {
   for (int i = 1; i <= 22; ++i) f.Tnum[i].Text = std::to_string(shirtOf(i));
 }
 
-void startComputerTurn(MatchForm& f) {
-  f.AIGo = 1;
-  f.TimAI.setInterval(f.Vai.Value);
-  f.TimAI.setEnabled(true);
-}
-
 }  // namespace
 
 void setKickOff(MatchForm& f, int side) {
   if (side == 1) {
-    f.TeamTurn = 1;
+    f.TeamTurn = kLeftSide;
     f.BallOwner = 9;
     f.BallCol = 8;
     f.BallRow = 5;
   } else {
-    f.TeamTurn = 2;
+    f.TeamTurn = kRightSide;
     f.BallOwner = 20;
     f.BallCol = 9;
     f.BallRow = 4;
     if (playLeftVsAI(f)) startComputerTurn(f);
   }
+}
+
+void restartKickOff(MatchForm& f, int side) {
+  // The computer's turn ends with the half or the goal; the left side kicks off by hand.
+  if (side == 1 && playLeftVsAI(f)) stopComputerTurn(f);
+  setKickOff(f, side);
 }
 
 void Form_Load(MatchForm& f) {
@@ -63,7 +64,7 @@ void Form_Load(MatchForm& f) {
     f.BlueStep[i] = blueStep[i];
   }
   writeShirtNumbers(f);
-  f.DiceReady = -1;
+  f.DiceReady = kDiceRolled;
   Rainbow(f);
   setValue(f, f.ChAuto, 1);
   f.Ball.Left = 7515;
@@ -80,6 +81,12 @@ void Timi_Timer(MatchForm& f) {
   f.TimiCount = static_cast<Integer>(next);
 }
 
+void mixStartUpCount(MatchForm& f) {
+  if (!f.Timi.Enabled()) return;
+  f.Timi.setEnabled(false);
+  f.Rnd.mix(f.TimiCount);
+}
+
 void CDgo_Click(MatchForm& f) {
   if (f.Banner[0].Top < 9160) f.TimBan.setEnabled(true);
   f.ChtenFIF.Enabled = false;
@@ -92,24 +99,21 @@ void CDgo_Click(MatchForm& f) {
   f.PicGame.Visible = false;
   f.CHsub[1].Visible = true;
   f.CHsub[2].Visible = true;
-  f.GameOn = 7;
+  f.GameOn = kGameOn;
   for (int iq = 1; iq <= 6; ++iq) {
     f.SubMinute[1][iq] = 30;
     f.SubMinute[2][iq] = iq == 1 ? 100 : 60;
   }
   f.CDgo.Enabled = false;
   f.CDgo.BackColor = f.BackColor;
-  f.PlaceMode = 34;
+  f.PlaceMode = kPlaceKickOff;
   f.KickFlag = -1;
   f.CheerTicks = 0;
   // The last goal of the finished match may still be celebrated: it ends with its match, so
   // that it never counts on the new match's board nor restarts the new match's play.
   f.TimSc.setEnabled(false);
   f.Lablurb.Visible = true;
-  if (f.Timi.Enabled()) {
-    f.Timi.setEnabled(false);
-    f.Rnd.mix(f.TimiCount);
-  }
+  mixStartUpCount(f);
   f.GameCount = f.GameCount + 1;
   if (f.GameCount > 9999) f.GameCount = 1;
   f.KickOffSide = static_cast<Integer>(randomIn(f.Rnd, 1, 2));
@@ -119,7 +123,7 @@ void CDgo_Click(MatchForm& f) {
   }
   setKickOff(f, f.KickOffSide);
   SetPlay(f);
-  f.DiceReady = 1;
+  f.DiceReady = kDiceReady;
   f.Cdice.BackColor = RGB(255, 255, 255);
   f.cdr.Enabled = true;
   setFocus(f, f.cdr);
@@ -254,7 +258,7 @@ void placeFormation(MatchForm& f, int side, int formation) {
 }
 
 bool isForwardToPlay(const MatchForm& f, int i) {
-  return (i == 9 && f.TeamTurn == 1) || (i == 20 && f.TeamTurn == 2);
+  return (i == 9 && f.TeamTurn == kLeftSide) || (i == 20 && f.TeamTurn == kRightSide);
 }
 
 // One scan of the clash rules; returns true when it moved somebody.
@@ -308,13 +312,13 @@ void SetPlay(MatchForm& f) {
   if (!variedLeft) placeFormation(f, 1, selectedFormation(f, 1));
   if (!variedRight) placeFormation(f, 2, selectedFormation(f, 2) - 10);
 
-  if (f.TeamTurn == 1) {
+  if (f.TeamTurn == kLeftSide) {
     putOn(f, 9, 8, 5);
   } else {
     const int col = randomIn(f.Rnd, 5, 10);
     putOn(f, 9, col, randomIn(f.Rnd, 2, 7));
   }
-  if (f.TeamTurn == 2) {
+  if (f.TeamTurn == kRightSide) {
     putOn(f, 20, 9, 4);
   } else {
     const int col = 12 - randomIn(f.Rnd, 0, 5);

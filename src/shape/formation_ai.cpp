@@ -2,8 +2,8 @@
 // minute. Every rule that holds makes its selection in turn and the last one stands; each
 // selection that changes the formation raises the button's handler, so during a walk the first
 // change of a call is the one that re-plans.
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "shape/shape.h"
 
 namespace quorvel {
@@ -24,8 +24,7 @@ void chooseRandom(MatchForm& f) {
 
 void FormAI(MatchForm& f) {
   if (!playLeftVsAI(f)) return;
-  f.GoalDiff =
-      static_cast<Integer>(roundEven(textValue(f.Goals[2].Text) - textValue(f.Goals[1].Text)));
+  f.GoalDiff = goalDifference(f);
   const int d = f.GoalDiff;
   const double t = f.ClockMin;
 

@@ -19,7 +19,4 @@ Single subNumberOfBox(int index);  // 12 for boxes 0 and 3, 13 for boxes 1 and 2
 bool substitutionUnderWay(const MatchForm& f);
 void FormAI(MatchForm& f);
 
-// Index of the selected formation button of a side (0..4 for the left, 10..14 for the right).
-int selectedFormation(const MatchForm& f, int side);
-
 }  // namespace quorvel

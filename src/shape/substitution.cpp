@@ -1,7 +1,8 @@
 // Substitutions: the "Sub" boxes, the exchange at the top edge of the pitch under TimSub, and
 // its hand-over to the re-forming walk (whose completion ends the substitution).
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "shape/shape.h"
 
 namespace quorvel {
@@ -14,8 +15,8 @@ constexpr double kBenchTop = 960;
 constexpr int kExchangeTicks = 300;
 
 bool boxOfOtherSide(const MatchForm& f, int index) {
-  return (f.TeamTurn == 1 && (index == 2 || index == 3)) ||
-         (f.TeamTurn == 2 && (index == 0 || index == 1));
+  return (f.TeamTurn == kLeftSide && (index == 2 || index == 3)) ||
+         (f.TeamTurn == kRightSide && (index == 0 || index == 1));
 }
 
 }  // namespace
@@ -46,13 +47,13 @@ void CHsub_Click(MatchForm& f, int index) {
 
   setValue(f, f.Chq, 0);
   setValue(f, f.ChAuto, 1);  // automatic play off: "Wait for player"
-  if (f.GameOn == 0 || substitutionUnderWay(f)) return;
+  if (f.GameOn == kNoMatchYet || substitutionUnderWay(f)) return;
 
   f.CDcontest[1].Image = f.Di[7].Image;
   f.CDcontest[2].Image = f.Di[7].Image;
 
   if (f.TimPlace.Enabled()) return;
-  if (f.DiceReady == -1) {
+  if (f.DiceReady == kDiceRolled) {
     f.TXoner.Visible = true;  // the one refusal the player is told about
     return;
   }
@@ -64,9 +65,9 @@ void CHsub_Click(MatchForm& f, int index) {
 
 void MakeSub(MatchForm& f) {
   // Without a side to play (before the first Start) there is nobody to take off.
-  if (f.TeamTurn != 1 && f.TeamTurn != 2) return;
+  if (f.TeamTurn != kLeftSide && f.TeamTurn != kRightSide) return;
   // The ten outfield players of the side, never the one with the ball.
-  const int first = f.TeamTurn == 1 ? 2 : 13;
+  const int first = f.TeamTurn == kLeftSide ? 2 : 13;
   do {
     f.SubOff = static_cast<Single>(intPart(f.Rnd.next() * 10) + first);
   } while (f.SubOff == f.BallOwner);
@@ -80,8 +81,8 @@ void MakeSub(MatchForm& f) {
   number.ForeColor = second;
   number.BackColor = main;
 
-  f.PlaceMode = 23;  // the re-forming walk keeps the ball at its owner's feet
-  number.Text = formatNumber(f.SubNumber);
+  f.PlaceMode = kPlaceAfterSub;  // the re-forming walk keeps the ball at its owner's feet
+  number.Text = plainNumber(f.SubNumber);
   sub.Top = kBenchTop;
   sub.Left = kBenchLeft;
   sub.Visible = true;
@@ -110,7 +111,7 @@ void TimSub_Timer(MatchForm& f) {
   leaving.Top = sub.Top;
   leaving.Left = sub.Left;
   sub.Visible = false;
-  f.Tnum[roundIndex(f.SubOff)].Text = formatNumber(f.SubNumber);
+  f.Tnum[roundIndex(f.SubOff)].Text = plainNumber(f.SubNumber);
   FormAI(f);
   SetPlay(f);
 }

@@ -1,6 +1,7 @@
 // The players' walk to the squares SetPlay chose, and the formation buttons.
 #include <cmath>
 
+#include "match/codes.h"
 #include "match/match.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
@@ -43,7 +44,7 @@ void TimPlace_Timer(MatchForm& f) {
     v += by;
     ballStep = true;
   };
-  if (f.PlaceMode != 23) {
+  if (f.PlaceMode != kPlaceAfterSub) {
     if (ball.Left < 7500) nudge(ball.Left, 15);
     if (ball.Left > 7530) nudge(ball.Left, -15);
     if (ball.Top < 5340) nudge(ball.Top, 15);

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -57,10 +58,10 @@ void Rainbow(MatchForm& f) {
 }
 
 void RainB_Click(MatchForm& f, int index) {
-  if (f.EditLock == 3) return;
+  if (f.EditLock == kNamesLocked) return;
   Docol(f, index);
   Rainbow(f);
-  if (f.DiceReady == 1) setFocus(f, f.Cdice);
+  if (f.DiceReady == kDiceReady) setFocus(f, f.Cdice);
 }
 
 // ---- Docol -----------------------------------------------------------------------------------

@@ -3,8 +3,9 @@
 #include <array>
 #include <string>
 
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -201,7 +202,7 @@ int Namer(MatchForm& f, int side) {
 }
 
 void CDcontest_Click(MatchForm& f, int index) {
-  if (f.EditLock == 3) return;
+  if (f.EditLock == kNamesLocked) return;
   if (index == 1) {
     Docol(f, 0);
     Docol(f, 1);
@@ -215,10 +216,7 @@ void CDcontest_Click(MatchForm& f, int index) {
 }
 
 void cdr_Click(MatchForm& f) {
-  if (f.Timi.Enabled()) {
-    f.Timi.setEnabled(false);
-    f.Rnd.mix(f.TimiCount);
-  }
+  mixStartUpCount(f);
   for (int i = 0; i < 4; ++i) Docol(f, i);
   Rainbow(f);
   Namer(f, 1);

@@ -1,6 +1,7 @@
 // The team panel timer: once a second it locks names and colours when the match is under way
 // and both sides have been named, keeps the team colours painted, and in the game against the
 // computer lets it reconsider its formation and keeps its formation buttons out of reach.
+#include "match/codes.h"
 #include "match/match.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
@@ -15,8 +16,8 @@ void TimTeam_Timer(MatchForm& f) {
     return;
   }
   const bool named = f.Team[1].Text != "Team 1" && f.Team[2].Text != "Team 2";
-  f.EditLock = f.ClockMin > 4 && named ? 3 : 1;
-  const bool locked = f.EditLock == 3;
+  f.EditLock = f.ClockMin > 4 && named ? kNamesLocked : kNamesOpen;
+  const bool locked = f.EditLock == kNamesLocked;
   for (int s = 1; s <= 2; ++s) {
     f.Team[s].Locked = locked;
     f.CDcontest[s].ToolTipText =

@@ -18,8 +18,8 @@
 #include <functional>
 #include <memory>
 
+#include "events/events.h"
 #include "links_window.h"
-#include "match/events.h"
 #include "match/match.h"
 #include "ui/ui.h"
 

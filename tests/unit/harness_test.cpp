@@ -10,7 +10,7 @@
 #include <set>
 #include <string>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "support.h"
 

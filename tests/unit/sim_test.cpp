@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "shape/shape.h"
 #include "support.h"

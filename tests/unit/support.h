@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "match/match_form.h"
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "support.h"
 

@@ -10,7 +10,7 @@
 #include <ostream>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "shape/shape.h"
 #include "ui/ui.h"

@@ -366,9 +366,9 @@ std::string read(const FormPaths::Field& fl) {
     case T::Int:
       return std::to_string(*static_cast<int*>(fl.p));
     case T::Float:
-      return formatNumber(*static_cast<Single*>(fl.p));
+      return plainNumber(*static_cast<Single*>(fl.p));
     case T::Double:
-      return formatNumber(*static_cast<double*>(fl.p));
+      return plainNumber(*static_cast<double*>(fl.p));
     case T::Bool:
       return *static_cast<bool*>(fl.p) ? "true" : "false";
     case T::Colour:
@@ -388,9 +388,9 @@ bool numeric(FormPaths::Type t) {
 std::string outsideDomain(const FormPaths::Field& fl, double v) {
   const Domain* d = fl.domain;
   if (d == nullptr || (v >= d->lo && v <= d->hi) || v == d->extra) return {};
-  std::string range = formatNumber(d->lo) + ".." + formatNumber(d->hi);
-  if (d->extra != -1e9) range += " or " + formatNumber(d->extra);
-  return "value " + formatNumber(v) + " out of range " + range + " for " + quoted(d->name);
+  std::string range = plainNumber(d->lo) + ".." + plainNumber(d->hi);
+  if (d->extra != -1e9) range += " or " + plainNumber(d->extra);
+  return "value " + plainNumber(v) + " out of range " + range + " for " + quoted(d->name);
 }
 
 // Checks that `text` fits the field; writes it only when `write` is set. Returns the reason it

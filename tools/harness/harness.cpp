@@ -3,7 +3,7 @@
 #include <cmath>
 #include <sstream>
 
-#include "match/events.h"
+#include "events/events.h"
 #include "match/match.h"
 #include "ui/ui.h"
 

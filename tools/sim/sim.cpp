@@ -7,7 +7,8 @@
 #include <thread>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "events/events.h"
+#include "match/codes.h"
 #include "match/match.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
@@ -15,9 +16,6 @@
 namespace quorvel::sim {
 
 namespace {
-
-// The keypad key of flag 0..7.
-constexpr int kFlagKeys[8] = {'8', '9', '6', '3', '2', '1', '4', '7'};
 
 // A match takes ten to fifteen virtual minutes; one that is still going after six hours is stuck.
 constexpr Millis kMatchLimitMs = 6LL * 3600 * 1000;
@@ -48,11 +46,11 @@ class People {
   // True when an action changed the state of the turn.
   bool act(MatchForm& f) {
     if (!still(f)) return false;
-    const int side = f.TeamTurn == 2 ? 2 : 1;
+    const int side = f.TeamTurn == kRightSide ? 2 : 1;
     if (side == 2 && s_.mode == Mode::AI) return false;  // the computer's own timer plays
     const Single ready = f.DiceReady;
     const Integer kickFlag = f.KickFlag;
-    if (f.DiceReady == 1) {
+    if (f.DiceReady == kDiceReady) {
       if (side == 1) chooseFormation(f);
       roll(f, side);
     } else if (anyFlagShown(f))
@@ -74,7 +72,7 @@ class People {
 
   void roll(MatchForm& f, int side) {
     if (keys(side))
-      userKey(f, '5');
+      userKey(f, kRollKey);
     else
       userClick(f, f.Cdice);
   }
@@ -163,8 +161,7 @@ int mirroredFlag(MatchForm& f, int iq) {
     f.CDdest[m].Visible = shown[d];
   }
   // The score from the left side's view: its goals minus the right side's.
-  f.GoalDiff =
-      static_cast<Integer>(roundEven(textValue(f.Goals[1].Text) - textValue(f.Goals[2].Text)));
+  f.GoalDiff = static_cast<Integer>(-goalDifference(f));
   f.AIIQ = iq;
 
   weighFlags(f);
@@ -223,7 +220,7 @@ MatchResult playMatch(const Settings& setup, std::uint64_t seed,
     if (!people.act(f) && !f.Sched.step(f.Sched.now() + kMatchLimitMs)) break;
     if (f.TimSub.Enabled() != exchange) {
       exchange = !exchange;
-      if (exchange) ++r.subs[f.TeamTurn == 2 ? 2 : 1];
+      if (exchange) ++r.subs[f.TeamTurn == kRightSide ? 2 : 1];
     }
   }
   r.finished = over(f);

@@ -1,8 +1,9 @@
 // Help, Exit and the closing window, the title banners and the maker's web pages.
+#include <initializer_list>
 #include <string>
 
-#include "match/events.h"
 #include "match/match.h"
+#include "match/match_form.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -58,6 +59,11 @@ void CDhelp_Click(MatchForm& f) {
 }
 
 void CDend_Click(MatchForm& f) {
+  // Exit unloads the main window, and its timers with it: a match in progress must not go on
+  // walking and dribbling unseen behind the closing window.
+  for (Timer* t : {&f.Timi, &f.TimPlace, &f.TimB, &f.TimSc, &f.TimSub, &f.TimAI, &f.TimAuto,
+                   &f.TimTeam, &f.TimBan, &f.Timer1})
+    t->setEnabled(false);
   f.Visible = false;
   f.LinksForm.Visible = true;
   f.LinksForm.Timer1.setEnabled(true);

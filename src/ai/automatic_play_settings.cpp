@@ -3,8 +3,9 @@
 #include <string>
 
 #include "ai/ai.h"
-#include "match/events.h"
+#include "match/codes.h"
 #include "match/match.h"
+#include "match/match_form.h"
 
 namespace quorvel {
 
@@ -21,16 +22,17 @@ void TimAuto_Timer(MatchForm& f) {
 
   // ClickDi refuses while anything walks or after this turn's roll, so this rolls as soon as
   // a roll is allowed. After an automatic click, or a 50/50 contest, the next roll is by hand.
-  if (f.AutoHold == 0 && f.ContestWin == 0 && f.Cdice.Enabled) ClickDi(f);
+  if (f.AutoHold == 0 && f.ContestWin == kNoContest && f.Cdice.Enabled) ClickDi(f);
 
-  if (f.FlagCount == 1 && f.OnlyFlag != 11 && f.ContestWin == 0 && f.AutoHold == 0) {
+  if (f.FlagCount == 1 && f.OnlyFlag != kNoOnlyFlag && f.ContestWin == kNoContest &&
+      f.AutoHold == 0) {
     const int only = roundIndex(f.OnlyFlag);
     // The count outlives its roll; a flag already played by hand is not played again.
     if (only < 0 || only > 7 || !f.CDdest[only].Visible) return;
     press(f, f.CDdest[only]);
     f.FlagCount = 0;
     f.ChAuto.ForeColor = f.TXgame[0].ForeColor;
-    f.OnlyFlag = 11;
+    f.OnlyFlag = kNoOnlyFlag;
     f.AutoHold = 1;
   }
 }

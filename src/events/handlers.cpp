@@ -1,0 +1,77 @@
+// The two tables that name every handler of the game: the timers, and the controls that
+// raise a handler when clicked, pressed or changed.
+#include <memory>
+
+#include "ai/ai.h"
+#include "events/events.h"
+#include "match/match.h"
+#include "shape/shape.h"
+#include "ui/ui.h"
+
+namespace quorvel {
+
+namespace {
+
+// Ticks due at the same millisecond run in the order of this table.
+void bindTimers(MatchForm& f) {
+  Scheduler& s = f.Sched;
+  s.add(f.Timi, [&f] { Timi_Timer(f); });
+  s.add(f.TimPlace, [&f] { TimPlace_Timer(f); });
+  s.add(f.TimB, [&f] { TimB_Timer(f); });
+  s.add(f.TimSc, [&f] { TimSc_Timer(f); });
+  s.add(f.TimSub, [&f] { TimSub_Timer(f); });
+  s.add(f.TimAI, [&f] { TimAI_Timer(f); });
+  s.add(f.TimAuto, [&f] { TimAuto_Timer(f); });
+  s.add(f.TimTeam, [&f] { TimTeam_Timer(f); });
+  s.add(f.TimBan, [&f] { TimBan_Timer(f); });
+  s.add(f.Timer1, [&f] { Timer1_Timer(f); });
+  s.add(f.LinksForm.Timer1, [&f] { LinksForm_Timer1_Timer(f); });
+}
+
+// A control array's handler takes the index of the control that raised it.
+template <typename Arr, typename Handler>
+void bindEach(MatchForm& f, Arr& arr, int from, int to, Handler handler) {
+  for (int i = from; i <= to; ++i) arr[i].Click = [&f, handler, i] { handler(f, i); };
+}
+
+void bindControls(MatchForm& f) {
+  f.CDgo.Click = [&f] { CDgo_Click(f); };
+  f.Cdice.Click = [&f] { Cdice_Click(f); };
+  f.Cdice.MouseDown = [&f] { Cdice_MouseDown(f); };
+  bindEach(f, f.CDdest, 0, 7, CDdest_Click);
+  f.CDhm.Click = [&f] { CDhm_Click(f); };
+  f.Ch50.Click = [&f] { Ch50_Click(f); };
+  bindEach(f, f.OPForm, 0, 14, OPForm_Click);
+  bindEach(f, f.CHsub, 0, 3, CHsub_Click);
+  f.ChAuto.Click = [&f] { ChAuto_Click(f); };
+  f.ChtenFIF.Click = [&f] { ChtenFIF_Click(f); };
+  f.Chq.Click = [&f] { Chq_Click(f); };
+  f.TXai.Click = [&f] { TXai_Click(f); };
+  f.Hai.Change = [&f] { Hai_Change(f); };
+  bindEach(f, f.RainB, 0, 3, RainB_Click);
+  bindEach(f, f.CDcontest, 1, 2, CDcontest_Click);
+  f.cdr.Click = [&f] { cdr_Click(f); };
+  f.CDhelp.Click = [&f] { CDhelp_Click(f); };
+  f.CDend.Click = [&f] { CDend_Click(f); };
+  bindEach(f, f.Banner, 0, 1, Banner_Click);
+  f.Command1.Click = [&f] { Command1_Click(f); };
+  LinksFormState& l = f.LinksForm;
+  l.Picture1.Click = [&f] { LinksForm_Picture1_Click(f); };
+  l.Picture2.Click = [&f] { LinksForm_Picture2_Click(f); };
+  l.Command1.Click = [&f] { LinksForm_Command1_Click(f); };
+  l.CDend.Click = [&f] { LinksForm_CDend_Click(f); };
+}
+
+}  // namespace
+
+std::unique_ptr<MatchForm> newMatchForm(std::uint64_t seed) {
+  auto f = std::make_unique<MatchForm>();
+  bindTimers(*f);
+  bindControls(*f);
+  applyLayout(*f);
+  f->Rnd.seed(seed);
+  Form_Load(*f);
+  return f;
+}
+
+}  // namespace quorvel
