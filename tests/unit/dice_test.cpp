@@ -1,6 +1,8 @@
 // The roll: which flags a roll offers, where they stand, and who may roll when.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "turn_support.h"
 
 namespace quorvel {
@@ -22,54 +24,39 @@ class Roll : public ::testing::Test {
   }
 };
 
-TEST_F(Roll, OffersTheDirectionsThatStayOnThePitch) {
+// A kick that would leave the pitch is not offered, but one into a goal mouth is a shot, for
+// either side into either goal.
+TEST_F(Roll, OffersTheDirectionsThatStayOnThePitchOrReachAGoalMouth) {
   struct Case {
-    int col, row, die;
-    std::vector<int> flags;
+    int owner, col, row, die;
+    std::vector<int> flags, shots;
   };
   const Case cases[] = {
-      {1, 1, 1, {2, 3, 4}},
-      {1, 4, 6, {2}},
-      {8, 4, 3, {0, 1, 2, 3, 4, 5, 6, 7}},
-      {16, 8, 4, {0, 6, 7}},
-      {10, 2, 2, {2, 3, 4, 5, 6}},
+      {9, 1, 1, 1, {2, 3, 4}, {}},
+      {9, 1, 4, 6, {2}, {}},
+      {9, 8, 4, 3, {0, 1, 2, 3, 4, 5, 6, 7}, {}},
+      {9, 16, 8, 4, {0, 6, 7}, {}},
+      {9, 10, 2, 2, {2, 3, 4, 5, 6}, {}},
+      {9, 16, 4, 1, {0, 2, 3, 4, 5, 6, 7}, {2, 3}},  // row 3 beside the goal is off
+      {9, 3, 5, 3, {0, 1, 2, 3, 4, 6}, {6}},         // rows 2 and 8 beside it too
+      {5, 2, 4, 2, {0, 1, 2, 3, 4, 6}, {6}},         // his own goal is offered too
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(::testing::Message() << "(" << c.col << ", " << c.row << ") rolls " << c.die);
-    EXPECT_EQ(offer(9, c.col, c.row, c.die), c.flags);
-    EXPECT_EQ(f.FlagCount, static_cast<Single>(c.flags.size()));
     f.DiceReady = 1;
+    EXPECT_EQ(offer(c.owner, c.col, c.row, c.die), c.flags);
+    EXPECT_EQ(f.FlagCount, static_cast<Single>(c.flags.size()));
+    for (int d = 0; d < 8; ++d) {
+      const bool shot = std::count(c.shots.begin(), c.shots.end(), d) > 0;
+      EXPECT_EQ(f.FlagGoal[d], shot ? 1 : -1) << d;
+      if (shot) {
+        EXPECT_EQ(f.CDdest[d].Left, d < 4 ? 14880 : 75) << d;
+      }
+    }
   }
-}
-
-TEST_F(Roll, ShotsAreOfferedIntoEitherGoalMouth) {
-  // Beside the right-hand goal a 1 reaches the mouth on rows 4 and 5 but not row 3.
-  EXPECT_EQ(offer(9, 16, 4, 1), (std::vector<int>{0, 2, 3, 4, 5, 6, 7}));
-  EXPECT_EQ(f.FlagGoal[2], 1);
-  EXPECT_EQ(f.FlagGoal[3], 1);
-  EXPECT_EQ(f.FlagGoal[1], -1);
-  EXPECT_EQ(f.CDdest[2].Left, 14880);
-  EXPECT_EQ(f.CDdest[3].Left, 14880);
-  EXPECT_EQ(f.CDdest[2].Top, 1920 + 3 * 900 + 247.5);  // row 4 as placed
-  EXPECT_EQ(f.CDdest[3].Top, 1920 + 4 * 900 + 265.0);  // row 5
-
-  // On (3, 5) a 3 reaches column 0 on row 5 (a shot) but rows 2 and 8 beside the goal.
-  f.DiceReady = 1;
-  EXPECT_EQ(offer(9, 3, 5, 3), (std::vector<int>{0, 1, 2, 3, 4, 6}));
-  EXPECT_EQ(f.FlagGoal[6], 1);
-  EXPECT_EQ(f.CDdest[6].Left, 75);
-  EXPECT_EQ(f.FlagGoal[5], -1);
-  EXPECT_EQ(f.FlagGoal[7], -1);
-  // The shortened reach of a withdrawn direction is kept.
-  EXPECT_EQ(f.FlagDx[7], 2);
-  EXPECT_EQ(f.FlagDy[7], 3);
-  EXPECT_EQ(f.FlagDy[4], 3);  // row 8: not cut
-
-  // The side that kicks is not asked: a left player is offered his own goal.
-  f.DiceReady = 1;
-  offer(5, 2, 4, 2);
-  EXPECT_EQ(f.FlagGoal[6], 1);
-  EXPECT_TRUE(f.CDdest[6].Visible);
+  // A withdrawn direction keeps its shortened reach (the last case: up-left from (2, 4)).
+  EXPECT_EQ(f.FlagDx[7], 1);
+  EXPECT_EQ(f.FlagDy[7], 2);
 }
 
 TEST_F(Roll, FlagsStandOnTheirSquares) {
@@ -99,8 +86,7 @@ TEST_F(Roll, CountsTheOfferAndReleasesAutomaticPlayOnlyForAChoice) {
   EXPECT_EQ(f.Cdice.Image, "die6");
 
   f.DiceReady = 1;
-  offer(9, 8, 4, 1);
-  EXPECT_EQ(f.FlagCount, 8);
+  EXPECT_EQ(offer(9, 12, 4, 5), (std::vector<int>{2, 6}));  // a shot or back: a choice
   EXPECT_EQ(f.OnlyFlag, 11);
   EXPECT_EQ(f.AutoHold, 0);
 }
@@ -168,16 +154,6 @@ TEST_F(Roll, TheDieButtonRollsForTheSidesEachModeAllows) {
     EXPECT_EQ(f.ActiveControl, "Cdice");
     if (!c.rolls) f.Rnd.next();
   }
-}
-
-TEST_F(Roll, TheComputersShownChoiceIsPlayedByItsButton) {
-  offer(9, 8, 4, 2);
-  f.AIFlag = -1;  // still choosing
-  press(f, f.CDhm);
-  EXPECT_EQ(f.KickFlag, -1);
-  f.AIFlag = 3;
-  press(f, f.CDhm);
-  EXPECT_EQ(f.KickFlag, 3);
 }
 
 }  // namespace

@@ -96,20 +96,6 @@ TEST(Random, SeedAloneDecidesTheSequence) {
   }
 }
 
-TEST(Random, MixingStirsWithoutRestarting) {
-  Random a(5), b(5);
-  a.mix(1234);
-  b.mix(1234);
-  EXPECT_EQ(a.next(), b.next());  // the same history mixes the same way
-  Random c(5);
-  c.mix(1234);
-  c.mix(1234);
-  Random d(5);
-  d.mix(1234);
-  d.next();  // d is where c was before its second mix
-  EXPECT_NE(c.next(), d.next());
-}
-
 TEST(Random, ForcedDrawsComeFirstInOrderAndSurviveAReseed) {
   Random a(9);
   a.force({0.25, 0.5});

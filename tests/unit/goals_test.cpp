@@ -10,12 +10,10 @@ class Goal : public ::testing::Test {
  protected:
   std::unique_ptr<MatchForm> match = test::matchReady(1);
   MatchForm& f = *match;
-  int repaints = 0;
-
+  int repaints = 0;  // the window is asked to show every flash at once
   void SetUp() override {
     f.platform.repaint = [this] { ++repaints; };
   }
-
   // `shooter` shoots from beside the right-hand goal (flag 2) or the left-hand one (flag 6)
   // and the ball arrives; the celebration is about to begin.
   void shoot(int shooter, bool intoRightGoal) {
@@ -29,48 +27,10 @@ class Goal : public ::testing::Test {
   void flash() { f.Sched.advance(250); }
 };
 
-TEST_F(Goal, TheScorersFlashThenTheSideThatConcededKicksOff) {
-  const Colour main = f.RainB[0].BackColor, second = f.RainB[1].BackColor;
-  const Colour rightMain = f.Player[13].BackColor;
-  f.cdr.BackColor = RGB(1, 2, 3);
-  shoot(9, true);
-  flash();
-  EXPECT_EQ(f.CheerTicks, 1);
-  EXPECT_EQ(f.Player[2].BackColor, main);
-  EXPECT_EQ(f.Tnum[11].BackColor, main);
-  EXPECT_EQ(f.Tnum[11].ForeColor, second);
-  EXPECT_EQ(f.Player[13].BackColor, rightMain) << "the side that conceded does not flash";
-  for (int t = 2; t <= 11; ++t) {
-    flash();
-    EXPECT_EQ(f.Player[2].BackColor, t % 2 ? main : second) << "flash " << t;
-    EXPECT_EQ(f.Tnum[11].ForeColor, t % 2 ? second : main) << "flash " << t;
-  }
-  EXPECT_EQ(f.Goals[1].Text, "0") << "the goal counts at the twelfth tick";
-  flash();
-
-  EXPECT_FALSE(f.TimSc.Enabled());
-  EXPECT_EQ(repaints, 12);
-  EXPECT_EQ(f.BackColor, RGB(1, 2, 3));
-  EXPECT_EQ(f.Goals[1].Text, "1");
-  EXPECT_EQ(f.Goals[2].Text, "0");
-  EXPECT_EQ(f.GoalDiff, -1);
-  EXPECT_EQ(f.GoalHold, 1);
-  EXPECT_TRUE(f.Lablurb.Visible);
-  EXPECT_EQ(f.BallOwner, 20);
-  EXPECT_EQ(f.TeamTurn, 2);
-  EXPECT_EQ(f.PlayerCol[20], 9);
-  EXPECT_EQ(f.PlayerRow[20], 4);
-  EXPECT_EQ(f.Player[2].BackColor, main) << "normal colours again";
-  EXPECT_TRUE(f.TimPlace.Enabled());
-  EXPECT_TRUE(f.TimB.Enabled());
-  EXPECT_TRUE(f.TimTeam.Enabled());
-  EXPECT_EQ(f.DiceReady, 1);
-  EXPECT_EQ(f.Cdice.Image, "die0");
-}
-
 TEST_F(Goal, TheGoalMouthDecidesWhoScoresNotTheShooter) {
   shoot(20, true);  // a right player into the right-hand goal
   celebrate();
+  EXPECT_EQ(repaints, 12);
   EXPECT_EQ(f.Goals[1].Text, "1");
   EXPECT_EQ(f.BallOwner, 20);
 

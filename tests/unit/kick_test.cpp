@@ -1,4 +1,5 @@
-// A flag is activated: who may activate it, where the kick goes and who will get the ball.
+// A flag is activated: who may activate it, where the kick goes, who gets the ball, and the
+// flight to the receiver or into a goal.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,86 +9,91 @@
 namespace quorvel {
 namespace {
 
-using test::giveBall;
 using test::putPlayer;
 using test::visibleFlags;
 
 class Kick : public test::ClearPitch {};
 
-TEST_F(Kick, TheKickerChasesHisOwnBallWhenNobodyIsNearer) {
+// Player 9 (or 20) on (8, 4) rolls a 2 and kicks right, to (10, 4).
+TEST_F(Kick, TheNearestPlayerGetsTheBallAndEqualSidesGoToDiceOrRank) {
+  struct Placed {
+    int player, col, row;
+  };
+  struct Case {
+    const char* what;
+    std::vector<Placed> placed;
+    int rank, kicker;
+    std::vector<double> draws;              // after the die
+    int receiver, contestWin, left, right;  // contest dice shown, 7 when none
+    std::size_t pending;
+  };
+  using test::face;
+  const Case cases[] = {
+      {"nobody nearer: the kicker chases", {}, 0, 9, {}, 9, 0, 7, 7, 0},
+      {"an opponent on the square, no dice",
+       {{15, 10, 4}, {10, 10, 5}},
+       0,
+       9,
+       {0.99},
+       15,
+       0,
+       7,
+       7,
+       1},
+      {"team-mates: the lower index", {{6, 10, 5}, {4, 10, 3}}, 0, 9, {}, 4, 0, 7, 7, 0},
+      {"team-mates in rank mode too", {{6, 10, 5}, {4, 10, 3}}, 1, 9, {}, 4, 0, 7, 7, 0},
+      {"dice, rolled again on a tie",
+       {{6, 10, 3}, {14, 10, 5}, {2, 12, 6}},
+       0,
+       9,
+       {face(3), face(3), face(2), face(5)},
+       14,
+       22,
+       2,
+       5,
+       0},
+      {"dice for the side's lowest index",
+       {{6, 10, 3}, {14, 10, 5}, {4, 11, 4}},
+       0,
+       9,
+       {face(6), face(1)},
+       4,
+       11,
+       6,
+       1,
+       0},
+      {"rank: the lower place", {{5, 10, 3}, {13, 10, 5}}, 1, 9, {0.99}, 13, 0, 7, 7, 1},
+      {"rank: equal places, not the kickers", {{5, 10, 3}, {16, 10, 5}}, 1, 9, {}, 16, 0, 7, 7, 0},
+      {"rank: the same the other way", {{5, 10, 3}, {16, 10, 5}}, 1, 20, {}, 5, 0, 7, 7, 0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    test::clearPitch(f);
+    setValue(f, f.Ch50, c.rank);
+    for (const Placed& p : c.placed) putPlayer(f, p.player, p.col, p.row);
+    kick(c.kicker, 8, 4, 2, 2, c.draws);
+    EXPECT_EQ(f.Receiver, c.receiver);
+    EXPECT_EQ(f.ContestWin, c.contestWin);
+    EXPECT_EQ(f.CDcontest[1].Image, "die" + std::to_string(c.left));
+    EXPECT_EQ(f.CDcontest[2].Image, "die" + std::to_string(c.right));
+    EXPECT_EQ(f.Rnd.forcedPending(), c.pending) << "draws taken";
+    while (f.Rnd.forcedPending() > 0) f.Rnd.next();
+  }
+  EXPECT_EQ(f.Ch50.Caption, "Rank 50/50 balls");
+}
+
+TEST_F(Kick, EachFlagSendsTheBallItsRolledDistanceAndTheReceiverRunsToIt) {
   const int cols[8] = {8, 11, 11, 11, 8, 5, 5, 5};
   const int rows[8] = {1, 1, 4, 7, 7, 7, 4, 1};
   for (int d = 0; d < 8; ++d) {
-    kick(9, 8, 4, 3, d);
     SCOPED_TRACE(d);
+    kick(9, 8, 4, 3, d);
     EXPECT_EQ(f.TargetCol, cols[d]);
     EXPECT_EQ(f.TargetRow, rows[d]);
-    EXPECT_EQ(f.Receiver, 9);
     EXPECT_DOUBLE_EQ(f.ReceiverDist, d % 2 ? 3 * std::sqrt(2.0) : 3);
     EXPECT_EQ(f.RunStepX, (8 - cols[d]) * 15);
     EXPECT_EQ(f.RunStepY, (4 - rows[d]) * 15);
   }
-}
-
-TEST_F(Kick, AnOpponentOnTheTargetSquareTakesItWithoutAContest) {
-  putPlayer(f, 15, 10, 4);
-  putPlayer(f, 10, 10, 5);
-  kick(9, 8, 4, 2, 2, {0.99});  // the last draw must be left alone
-  EXPECT_EQ(f.Receiver, 15);
-  EXPECT_EQ(f.ContestWin, 0);
-  EXPECT_EQ(f.Rnd.forcedPending(), 1u);
-  EXPECT_EQ(f.CDcontest[1].Image, "die7");
-}
-
-TEST_F(Kick, TeamMatesAtEqualDistanceGoByIndexInBothModes) {
-  for (int rank = 0; rank <= 1; ++rank) {
-    setValue(f, f.Ch50, rank);
-    putPlayer(f, 6, 10, 5);
-    putPlayer(f, 4, 10, 3);
-    kick(9, 8, 4, 2, 2);
-    EXPECT_EQ(f.Receiver, 4);
-    EXPECT_EQ(f.RunStepY, -15);
-  }
-}
-
-TEST_F(Kick, EqualDistancesAcrossSidesAreSettledByDiceThatNeverTie) {
-  putPlayer(f, 6, 10, 3);
-  putPlayer(f, 14, 10, 5);
-  putPlayer(f, 2, 12, 6);  // further away: not his side's best
-  // 3 against 3 is rolled again; 2 against 5 gives it to the right side.
-  kick(9, 8, 4, 2, 2, {test::face(3), test::face(3), test::face(2), test::face(5)});
-  EXPECT_EQ(f.Rnd.forcedPending(), 0u);
-  EXPECT_EQ(f.Receiver, 14);
-  EXPECT_EQ(f.ContestWin, 22);
-  EXPECT_EQ(f.CDcontest[1].Image, "die2");
-  EXPECT_EQ(f.CDcontest[2].Image, "die5");
-
-  putPlayer(f, 4, 11, 4);  // as near as 6: the lower index is his side's best
-  kick(9, 8, 4, 2, 2, {test::face(6), test::face(1)});
-  EXPECT_EQ(f.Receiver, 4);
-  EXPECT_EQ(f.ContestWin, 11);
-}
-
-TEST_F(Kick, RankModePrefersTheLowerPlaceThenTheSideNotInPossession) {
-  setValue(f, f.Ch50, 1);
-  EXPECT_EQ(f.Ch50.Caption, "Rank 50/50 balls");
-  putPlayer(f, 5, 10, 3);
-  putPlayer(f, 13, 10, 5);  // place 2 beats place 5
-  kick(9, 8, 4, 2, 2, {0.99});
-  EXPECT_EQ(f.Receiver, 13);
-  EXPECT_EQ(f.ContestWin, 0);
-  EXPECT_EQ(f.Rnd.forcedPending(), 1u) << "no dice in rank mode";
-  f.Rnd.next();
-
-  putPlayer(f, 13, 113, 100);
-  putPlayer(f, 16, 10, 5);  // place 5 against place 5
-  kick(9, 8, 4, 2, 2);
-  EXPECT_EQ(f.Receiver, 16) << "the left side kicks, so the right side wins";
-  kick(20, 8, 4, 2, 2);
-  EXPECT_EQ(f.Receiver, 5) << "the right side kicks, so the left side wins";
-
-  setValue(f, f.Ch50, 0);
-  EXPECT_EQ(f.Ch50.Caption, "Dice 50/50 balls");
 }
 
 TEST_F(Kick, FlagsRefuseTheSideThatMayNotUseThem) {
@@ -115,17 +121,78 @@ TEST_F(Kick, FlagsRefuseTheSideThatMayNotUseThem) {
   }
 }
 
+TEST_F(Kick, APassArrivesOnTheTargetSquareAndAnInterceptionHandsOverTheTurn) {
+  select(f, f.OpMode[2]);
+  putPlayer(f, 10, 11, 5);
+  kick(9, 8, 4, 2, 2);
+  const double flagLeft = f.CDdest[2].Left;
+  ticks(59);
+  EXPECT_EQ(f.KickTicks, 1);
+  ticks(1);
+  EXPECT_EQ(f.KickFlag, -1);
+  EXPECT_EQ(f.BallOwner, 10);
+  EXPECT_EQ(f.Player[10].Left, playerLeft(10));
+  EXPECT_EQ(f.Player[10].Top, playerTop(4));
+  EXPECT_EQ(f.BallCol, 10);
+  EXPECT_EQ(f.BallRow, 4);
+  EXPECT_NEAR(f.Ball.Left, flagLeft, 1e-6);
+  EXPECT_EQ(f.DiceReady, 1);
+  EXPECT_TRUE(f.TimB.Enabled()) << "the next tick dribbles";
+  EXPECT_EQ(f.Poses[1].Text, " 100%");
+  EXPECT_EQ(f.TXtim.Text, "00:15");
+  EXPECT_EQ(f.AIGo, 0);
+
+  putPlayer(f, 15, 12, 4);
+  kick(10, 10, 4, 2, 2);
+  f.Vai.Value = 750;  // read when the ball arrives
+  test::land(f);
+  EXPECT_EQ(f.BallOwner, 15);
+  EXPECT_EQ(f.TeamTurn, 2);
+  EXPECT_EQ(f.AIGo, 1);
+  EXPECT_EQ(f.TimAI.Interval(), 750);
+  EXPECT_TRUE(f.TimAI.Enabled());
+  EXPECT_EQ(f.Poses[2].Text, " 0%") << "both kicks were the left side's";
+}
+
+TEST_F(Kick, AShotCountsForTheSideWhoseGoalItIsNotAndNobodyRuns) {
+  struct Case {
+    int col, row, die, flag, goalSide;
+  };
+  const Case cases[] = {{16, 4, 1, 3, 1}, {16, 6, 1, 1, 1}, {15, 5, 2, 2, 1},
+                        {1, 3, 1, 5, 2},  {3, 5, 3, 6, 2},  {1, 6, 1, 7, 2}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "flag " << c.flag);
+    kick(9, c.col, c.row, c.die, c.flag);
+    ASSERT_EQ(f.GoalFlag, c.flag);
+    const double left = f.Player[9].Left;
+    test::land(f);
+    EXPECT_EQ(f.GoalSide, c.goalSide);
+    EXPECT_EQ(f.Player[9].Left, left);
+    EXPECT_TRUE(f.TimSc.Enabled());
+    EXPECT_FALSE(f.TimB.Enabled());
+    EXPECT_EQ(f.DiceReady, -1) << "no roll until the restart";
+    f.TimSc.setEnabled(false);
+  }
+}
+
+TEST_F(Kick, ASubstituteWalkingOnHoldsTheCountButNotTheBall) {
+  kick(9, 8, 4, 2, 2);
+  ticks(10);
+  const double ballLeft = f.Ball.Left, runnerLeft = f.Player[9].Left;
+  f.TimSub.setEnabled(true);
+  ticks(5);
+  EXPECT_EQ(f.KickTicks, 50);
+  EXPECT_EQ(f.Player[9].Left, runnerLeft);
+  EXPECT_NEAR(f.Ball.Left, ballLeft + 5 * f.BallStepX, 1e-9);
+}
+
 TEST_F(Kick, ShotMarksSurviveOnlyForTheOnlyShot) {
   kick(9, 16, 4, 1, 2);  // two shots offered, one taken
   EXPECT_EQ(f.GoalFlag, 2);
   for (int d = 0; d < 8; ++d) EXPECT_EQ(f.FlagGoal[d], -1);
-
   kick(9, 16, 4, 1, 4);  // two offered, neither taken
   EXPECT_EQ(f.GoalFlag, -1);
-  for (int d = 0; d < 8; ++d) EXPECT_EQ(f.FlagGoal[d], -1);
-
   kick(9, 3, 5, 3, 6);  // the only shot
-  EXPECT_EQ(f.GoalFlag, 6);
   EXPECT_EQ(f.FlagGoal[6], 1);
   EXPECT_EQ(f.TargetCol, 0);
   EXPECT_EQ(f.TargetRow, 5);

@@ -69,6 +69,9 @@ class Harness {
   bool breakPromise(std::string what);
   void baseline();
   bool check();
+  bool checkPlacement();
+  bool checkPossession();
+  bool checkNames();
 
   int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
   bool chance(double p) { return std::uniform_real_distribution<double>(0, 1)(rng_) < p; }

@@ -103,9 +103,13 @@ class People {
 void prepare(MatchForm& f, const Settings& s) {
   const int mode = s.mode == Mode::Free ? 0 : s.mode == Mode::Keys ? 1 : 2;
   userClick(f, f.OpMode[mode]);
+  if (s.tenSeconds) userClick(f, f.ChtenFIF);  // before the IQ: ticking it sets IQ 6
   userScroll(f, f.Hai, s.iq);
-  userScroll(f, f.Vai, f.Vai.Min);            // the computer decides at its quickest
-  if (f.Chq.Value == 0) userClick(f, f.Chq);  // "Quickplay": no walks at kick-offs
+  userScroll(f, f.Vai, f.Vai.Min);  // the computer decides at its quickest
+  if (s.rank) userClick(f, f.Ch50);
+  if ((f.Chq.Value == 1) != s.quickplay) userClick(f, f.Chq);
+  if (s.randomTeams) userClick(f, f.cdr);
+  if (s.autoPlay) userClick(f, f.ChAuto);  // unticked: automatic play on
   // Every match is played as a later match of a run, so that the kick-off is a fair draw
   // rather than the first match's two chances in three for the left side.
   f.GameCount = 1;
@@ -202,7 +206,8 @@ int mirroredFormation(MatchForm& f, int iq) {
   return choice;
 }
 
-MatchResult playMatch(const Settings& setup, std::uint64_t seed) {
+MatchResult playMatch(const Settings& setup, std::uint64_t seed,
+                      const std::function<void(MatchForm&)>& atEnd) {
   MatchResult r;
   r.seed = seed;
   auto form = newMatchForm(seed);
@@ -227,6 +232,7 @@ MatchResult playMatch(const Settings& setup, std::uint64_t seed) {
   r.kicks = static_cast<long>(f.KickCount[1] + f.KickCount[2]);
   r.virtualMs = f.Sched.now();
   r.ticks = f.Sched.ticksRun();
+  if (atEnd) atEnd(f);
   return r;
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,12 @@ struct Settings {
   Mode mode = Mode::AI;
   int iq = 6;  // the computer's IQ: its own timer in AI mode, its weighing of flags otherwise
   LeftPlayer left = LeftPlayer::Mirror;
-  int leftIq = 6;  // the IQ of the mirrored computer on the left
+  int leftIq = 6;            // the IQ of the mirrored computer on the left
+  bool tenSeconds = false;   // "10/15 secs" ticked: 10-second moves, 540 a match
+  bool rank = false;         // 50/50 balls settled by rank instead of the dice
+  bool quickplay = true;     // players put on their squares at once instead of walking
+  bool randomTeams = false;  // "Random Teams" pressed before Start: drawn colours and names
+  bool autoPlay = false;     // automatic play on: it may roll and play only flags first
 };
 
 struct MatchResult {
@@ -35,7 +41,9 @@ struct MatchResult {
 std::uint64_t matchSeed(std::uint64_t seed, std::uint64_t index);
 
 // One whole match, from Start to the final whistle (and the last goal's celebration).
-MatchResult playMatch(const Settings& setup, std::uint64_t seed);
+// `atEnd`, when given, sees the form as the match left it.
+MatchResult playMatch(const Settings& setup, std::uint64_t seed,
+                      const std::function<void(MatchForm&)>& atEnd = nullptr);
 
 // Matches first..first+count-1 of the run seeded with `seed`, spread over `jobs` threads;
 // results in match order, the same for any number of jobs.
