@@ -46,14 +46,18 @@ def read_faults():
 
 
 def locate(fault):
-    """The file that holds the fault's text exactly once: its own, or any file of src/ (files
-    move). None when the text is gone or ambiguous."""
+    """(file, None) for the file that holds the fault's text exactly once: its own, or any file
+    of src/ (files move); (None, why) when the text is gone or stands more than once."""
     text = "\n".join(fault.find)
     own = ROOT / fault.path
     if own.exists() and own.read_text().count(text) == 1:
-        return own
-    hits = [p for p in sorted((ROOT / "src").rglob("*.[ch]*")) if p.read_text().count(text) == 1]
-    return hits[0] if len(hits) == 1 else None
+        return own, None
+    counts = {p: p.read_text().count(text) for p in sorted((ROOT / "src").rglob("*.[ch]*"))}
+    hits = [p for p, n in counts.items() if n]
+    if len(hits) == 1 and counts[hits[0]] == 1:
+        return hits[0], None
+    return None, "ambiguous: its text stands more than once" if hits else \
+        "gone: its line no longer exists"
 
 
 def run(cmd, cwd, timeout=None):
@@ -72,6 +76,12 @@ def prepare(jobs):
         if src.is_file() and (not dst.exists() or dst.read_bytes() != src.read_bytes()):
             dst.parent.mkdir(parents=True, exist_ok=True)
             shutil.copy2(src, dst)
+    # A file moved or deleted in the sources must not stay behind in the copy: the build takes
+    # every file of src/, so the old one would be compiled beside the new one.
+    kept = set(files)
+    for p in list(TREE.rglob("*")):
+        if p.is_file() and str(p.relative_to(TREE)) not in kept:
+            p.unlink()
     launcher = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
     subprocess.run(["cmake", "-S", str(TREE), "-B", str(BUILD), "-G", "Ninja",
                     "-DCMAKE_BUILD_TYPE=RelWithDebInfo", "-DQUORVEL_APP=OFF",
@@ -86,7 +96,7 @@ def build(jobs, check=False):
     code = run(["cmake", "--build", str(BUILD), "-j", str(jobs), "--target", "quorvel_tests",
                 "quorvel-drive"], ROOT)
     if check and code != 0:
-        sys.exit("mutants: the copy does not build")
+        sys.exit(f"mutants: the copy does not build; see cmake --build {BUILD}")
     return code == 0
 
 
@@ -109,16 +119,18 @@ def main():
 
     faults = [f for f in read_faults() if not args.ids or f.ident in args.ids]
     if args.list:
+        # Where each fault's text stands now, so a stale entry shows without building anything.
         for f in faults:
-            print(f"{f.ident:28} {f.path:28} {f.what}")
+            where, why = locate(f)
+            print(f"{f.ident:28} {str(where.relative_to(ROOT)) if where else why:28} {f.what}")
         return 0
     prepare(args.jobs)
-    counts = {"caught": 0, "MISSED": 0, "gone": 0, "does not build": 0}
+    counts = {"caught": 0, "MISSED": 0, "gone": 0, "ambiguous": 0, "does not build": 0}
     for f in faults:
         start = time.time()
-        where = locate(f)
+        where, why = locate(f)
         if where is None:
-            verdict = "gone"
+            verdict = why.split(":")[0]
         else:
             copy = TREE / where.relative_to(ROOT)
             original = copy.read_text()
@@ -131,7 +143,7 @@ def main():
             finally:
                 copy.write_text(original)
         counts[verdict] += 1
-        shown = verdict if verdict != "gone" else "gone: its line no longer exists"
+        shown = why if where is None else verdict
         print(f"{f.ident:28} {shown:16} {time.time() - start:5.0f} s  {f.what}", flush=True)
     build(args.jobs)  # leave the copy built as the sources are
     total = len(faults)
