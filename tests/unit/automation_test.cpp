@@ -3,7 +3,6 @@
 
 #include "ai/ai.h"
 #include "support.h"
-#include "turn_support.h"
 
 namespace quorvel {
 namespace {

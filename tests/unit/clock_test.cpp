@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "turn_support.h"
+#include "support.h"
 
 namespace quorvel {
 namespace {

@@ -3,7 +3,6 @@
 
 #include "ai/ai.h"
 #include "support.h"
-#include "turn_support.h"
 
 namespace quorvel {
 namespace {
@@ -32,7 +31,7 @@ struct Situation {
 
 // One tick of the computer, its turn and roll to come; the box it used, or -1 when it rolled.
 int firstTick(const Situation& s) {
-  auto f = test::loadedForm();
+  auto f = newMatchForm();
   select(*f, f->OpMode[2]);
   test::startMatch(*f, 2);
   EXPECT_TRUE(test::finishWalk(*f));
@@ -99,7 +98,7 @@ bool inFunnel(int col, int row) {
 }
 
 TEST(Threat, EachSideIsCountedOnTheMirrorImageOfTheOtherAndKeepersNever) {
-  auto f = test::loadedForm();
+  auto f = newMatchForm();
   for (int row = 1; row <= 8; ++row)
     for (int col = 1; col <= 16; ++col) {
       parkAll(*f);

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "turn_support.h"
+#include "support.h"
 
 namespace quorvel {
 namespace {
@@ -12,11 +12,8 @@ using test::giveBall;
 using test::roll;
 using test::visibleFlags;
 
-class Roll : public ::testing::Test {
+class Roll : public test::MatchUnderWay {
  protected:
-  std::unique_ptr<MatchForm> match = test::matchReady(1);
-  MatchForm& f = *match;
-
   std::vector<int> offer(int owner, int col, int row, int die) {
     giveBall(f, owner, col, row);
     roll(f, die);
@@ -62,16 +59,11 @@ TEST_F(Roll, OffersTheDirectionsThatStayOnThePitchOrReachAGoalMouth) {
 TEST_F(Roll, FlagsStandOnTheirSquares) {
   // Straight flags are centred (247.5 inside the square's corner), diagonal ones 265 inside.
   offer(9, 8, 4, 2);
-  auto corner = [](int col, int row) {
-    return std::pair<double, double>{480.0 + (col - 1) * 900, 1920.0 + (row - 1) * 900};
-  };
-  const int cols[8] = {8, 10, 10, 10, 8, 6, 6, 6};
-  const int rows[8] = {2, 2, 4, 6, 6, 6, 4, 2};
+  const int cols[8] = {8, 10, 10, 10, 8, 6, 6, 6}, rows[8] = {2, 2, 4, 6, 6, 6, 4, 2};
   for (int d = 0; d < 8; ++d) {
     const double inset = d % 2 == 0 ? 247.5 : 265;
-    const auto [left, top] = corner(cols[d], rows[d]);
-    EXPECT_EQ(f.CDdest[d].Left, left + inset) << "flag " << d;
-    EXPECT_EQ(f.CDdest[d].Top, top + inset) << "flag " << d;
+    EXPECT_EQ(f.CDdest[d].Left, 480.0 + (cols[d] - 1) * 900 + inset) << "flag " << d;
+    EXPECT_EQ(f.CDdest[d].Top, 1920.0 + (rows[d] - 1) * 900 + inset) << "flag " << d;
   }
 }
 

@@ -5,7 +5,6 @@
 
 #include "ai/ai.h"
 #include "support.h"
-#include "turn_support.h"
 
 namespace quorvel {
 namespace {

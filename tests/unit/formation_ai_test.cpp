@@ -42,7 +42,7 @@ TEST(FormAI, ChoosesByIqMinuteScoreAndFormation) {
   };
   // clang-format on
   for (const Case& c : cases) {
-    auto f = test::loadedForm();
+    auto f = newMatchForm();
     select(*f, f->OpMode[2]);
     for (int k = 0; k < 5; ++k) {
       f->OPForm[k].Value = k == c.person;

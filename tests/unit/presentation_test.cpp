@@ -12,13 +12,11 @@
 namespace quorvel {
 namespace {
 
-using test::loadedForm;
-
 constexpr Colour kRed = RGB(252, 0, 0), kWhite = RGB(252, 252, 252);
 constexpr Colour kCyan = RGB(0, 252, 252), kBlue = RGB(0, 0, 252);
 
 TEST(Rainbow, StartUpColoursDressBothTeams) {
-  auto f = loadedForm();
+  auto f = newMatchForm();
   struct Painted {
     const Control& c;
     Colour back, fore;
@@ -92,7 +90,7 @@ TEST(Namer, TooShortAndTooLongNamesAreMended) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.left);
-    auto f = loadedForm();
+    auto f = newMatchForm();
     useClubs(*f, c.clubs);
     forceNames(*f, c.clubs ? 1 : 61, c.clubs ? 60 : 130, c.picks);
     f->Rnd.force(c.more);
@@ -104,7 +102,7 @@ TEST(Namer, TooShortAndTooLongNamesAreMended) {
 }
 
 TEST(Namer, RenamingOneSideAppliesTheLengthRulesToTheOther) {
-  auto f = loadedForm();
+  auto f = newMatchForm();
   useClubs(*f, true);
   f->TeamName[2] = "Ajax";  // the right side's last drawn name, now too short for a club
   forceNames(*f, 1, 60, {7, 42, 1, 2});
@@ -115,7 +113,7 @@ TEST(Namer, RenamingOneSideAppliesTheLengthRulesToTheOther) {
 }
 
 TEST(TeamButtons, ContestButtonsRedrawOneSideAndRandomTeamsBoth) {
-  auto f = loadedForm(5);
+  auto f = newMatchForm(5);
   userClick(*f, f->CDcontest[2]);
   EXPECT_NE(f->Team[2].Text, "Team 2");
   EXPECT_EQ(f->Team[1].Text, "Team 1");
@@ -176,7 +174,7 @@ TEST(Help, ShowsTheFullTextAndChangesNothing) {
 }
 
 TEST(Links, PagesOpenInTheBrowserOrExplainWhyNot) {
-  auto f = loadedForm();
+  auto f = newMatchForm();
   std::string opened;
   f->platform.openUrl = [&opened](const std::string& url) {
     opened = url;

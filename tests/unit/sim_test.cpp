@@ -13,7 +13,6 @@
 #include "match/match.h"
 #include "shape/shape.h"
 #include "support.h"
-#include "turn_support.h"
 
 namespace quorvel::sim {
 namespace {

@@ -1,9 +1,11 @@
-// Shared set-ups for the unit tests: a loaded form, a started match, a finished walk.
+// Shared set-ups for the unit tests: a match under way with the ball at a chosen player's feet,
+// players put on chosen squares, dictated dice, ticks run until a walk or a kick is over.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <vector>
 
 #include "events/events.h"
 #include "match/match.h"
@@ -11,39 +13,96 @@
 
 namespace quorvel::test {
 
-inline std::unique_ptr<MatchForm> loadedForm(std::uint64_t seed = 1) {
-  return newMatchForm(seed);
+// The draw that makes a random lo..hi come out as `value`; face(n) makes the die show n.
+inline double drawFor(int value, int lo, int hi) {
+  return (value - lo + 0.5) / (hi - lo + 1);
+}
+inline double face(int n) {
+  return drawFor(n, 1, 6);
 }
 
-// Presses Start with the kick-off forced to `side` (1 left, 2 right).
+// Presses Start of a first match with the kick-off forced to `side` (1 left, 2 right).
 inline void startMatch(MatchForm& f, int side) {
-  const bool firstMatch = f.GameCount == 0 || f.GameCount == 9999;
-  if (firstMatch)
-    f.Rnd.force({0.0, side == 1 ? 0.0 : 0.5});  // second draw decides
-  else
-    f.Rnd.force({side == 1 ? 0.0 : 0.5});
+  f.Rnd.force({0.0, side == 1 ? 0.0 : 0.5});  // the second draw decides
   userClick(f, f.CDgo);
 }
 
-// Runs ticks until the placement walk has ended; false if it is still going at `limitMs`.
-inline bool finishWalk(MatchForm& f, Millis limitMs = 30000) {
-  const Millis limit = f.Sched.now() + limitMs;
-  while (f.TimPlace.Enabled())
+// Runs due ticks, one at a time, until `done` holds; false if it does not within `ms`.
+template <typename Done>
+bool runUntil(MatchForm& f, Done done, Millis ms = 60000) {
+  const Millis limit = f.Sched.now() + ms;
+  while (!done())
     if (!f.Sched.step(limit)) return false;
   return true;
+}
+inline bool finishWalk(MatchForm& f) {
+  return runUntil(f, [&f] { return !f.TimPlace.Enabled(); });
+}
+inline bool land(MatchForm& f) {  // the kick in the air flies to its end
+  return runUntil(f, [&f] { return f.KickFlag == -1; });
 }
 
 // A match started by `side` whose walk has ended: the side to play may roll.
 inline std::unique_ptr<MatchForm> matchReady(int side, std::uint64_t seed = 1) {
-  auto f = loadedForm(seed);
+  auto f = newMatchForm(seed);
   startMatch(*f, side);
   EXPECT_TRUE(finishWalk(*f));
   return f;
 }
 
-inline bool onSquare(const MatchForm& f, int player) {
-  return f.Player[player].Left == playerLeft(f.PlayerCol[player]) &&
-         f.Player[player].Top == playerTop(f.PlayerRow[player]);
+inline void putPlayer(MatchForm& f, int i, double col, double row) {
+  f.PlayerCol[i] = col;
+  f.PlayerRow[i] = row;
+  f.Player[i].Left = playerLeft(col);
+  f.Player[i].Top = playerTop(row);
 }
+
+// Everybody far off the pitch, out of reach of every kick, so that a test decides alone who
+// stands near the target.
+inline void clearPitch(MatchForm& f) {
+  for (int i = 1; i <= 22; ++i) putPlayer(f, i, 100 + i, 100);
+}
+
+// Gives the ball to `owner` on (col, row) and the turn to his side, ready to roll.
+inline void giveBall(MatchForm& f, int owner, int col, int row) {
+  putPlayer(f, owner, col, row);
+  f.BallOwner = static_cast<Single>(owner);
+  f.TeamTurn = static_cast<Single>(sideOf(owner));
+  f.BallCol = static_cast<Integer>(col);
+  f.BallRow = static_cast<Integer>(row);
+  f.DiceReady = 1;
+}
+
+// Rolls `n` by the die button (its click alone, as a key would).
+inline void roll(MatchForm& f, int n) {
+  f.Rnd.force({face(n)});
+  press(f, f.Cdice);
+}
+
+// `owner` on (col, row) rolls `die` and activates `flag`; `more` are the draws after the die
+// (contest dice). The roll goes straight to ClickDi, as the computer's does.
+inline void kick(MatchForm& f, int owner, int col, int row, int die, int flag,
+                 const std::vector<double>& more = {}) {
+  giveBall(f, owner, col, row);
+  f.Rnd.force({face(die)});
+  f.Rnd.force(more);
+  ClickDi(f);
+  press(f, f.CDdest[flag]);
+}
+
+inline std::vector<int> visibleFlags(const MatchForm& f) {
+  std::vector<int> v;
+  for (int d = 0; d < 8; ++d)
+    if (f.CDdest[d].Visible) v.push_back(d);
+  return v;
+}
+
+// A match under way, kicked off by the left side, its walk over; each test puts the ball where
+// it needs it (giveBall), often after clearing the pitch.
+class MatchUnderWay : public ::testing::Test {
+ protected:
+  std::unique_ptr<MatchForm> match = matchReady(1);
+  MatchForm& f = *match;
+};
 
 }  // namespace quorvel::test

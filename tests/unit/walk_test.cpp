@@ -27,7 +27,7 @@ TEST(Walk, LastsUntilEverythingIsInPlaceOrTheTimeOut) {
       {"the ball to its owner's feet", 0, 6795 + 900, 5535, 23, 21, 6795 + 600},
   };
   for (const Case& c : cases) {
-    auto f = test::loadedForm();
+    auto f = newMatchForm();
     f->TeamTurn = 1;
     f->BallOwner = 9;
     SetPlay(*f);
@@ -46,7 +46,7 @@ TEST(Walk, LastsUntilEverythingIsInPlaceOrTheTimeOut) {
 }
 
 TEST(FormationButtons, EachSideRePlansOnceDuringAWalk) {
-  auto f = test::loadedForm();
+  auto f = newMatchForm();
   test::startMatch(*f, 1);
   f->Sched.advance(300);
   userClick(*f, f->OPForm[3]);  // left "Defend": re-plans at once, shirt 2 to (3, 6)
