@@ -1,15 +1,15 @@
 // The goal celebration and the restart by the side that conceded.
 #include <gtest/gtest.h>
 
-#include "turn_support.h"
+#include <utility>
+
+#include "support.h"
 
 namespace quorvel {
 namespace {
 
-class Goal : public ::testing::Test {
+class Goal : public test::MatchUnderWay {
  protected:
-  std::unique_ptr<MatchForm> match = test::matchReady(1);
-  MatchForm& f = *match;
   int repaints = 0;  // the window is asked to show every flash at once
   void SetUp() override {
     f.platform.repaint = [this] { ++repaints; };
@@ -27,37 +27,23 @@ class Goal : public ::testing::Test {
   void flash() { f.Sched.advance(250); }
 };
 
-TEST_F(Goal, TheGoalMouthDecidesWhoScoresNotTheShooter) {
-  shoot(20, true);  // a right player into the right-hand goal
+TEST_F(Goal, TheGoalMouthDecidesWhoScoresNotTheShooterAndTheScoreIsReadFromItsBox) {
+  f.Goals[1].Text = "3";
+  f.Goals[2].Text = "";  // no number reads as 0
+  shoot(20, true);       // a right player into the right-hand goal
   celebrate();
   EXPECT_EQ(repaints, 12);
-  EXPECT_EQ(f.Goals[1].Text, "1");
+  EXPECT_EQ(f.Goals[1].Text, "4");
   EXPECT_EQ(f.BallOwner, 20);
 
   test::finishWalk(f);
   shoot(9, false);  // a left player into his own goal
   celebrate();
   EXPECT_EQ(f.Goals[2].Text, "1");
+  EXPECT_EQ(f.GoalDiff, -3);
   EXPECT_EQ(f.BallOwner, 9);
   EXPECT_EQ(f.TeamTurn, 1);
-  EXPECT_EQ(f.PlayerCol[9], 8);
-  EXPECT_EQ(f.PlayerRow[9], 5);
-}
-
-TEST_F(Goal, TheScoreIsReadFromItsBox) {
-  f.Goals[1].Text = "3";
-  f.Goals[2].Text = "1";
-  shoot(9, false);
-  celebrate();
-  EXPECT_EQ(f.Goals[2].Text, "2");
-  EXPECT_EQ(f.GoalDiff, -1);
-
-  test::finishWalk(f);
-  f.Goals[2].Text = "";  // no number reads as 0
-  shoot(9, false);
-  celebrate();
-  EXPECT_EQ(f.Goals[2].Text, "1");
-  EXPECT_EQ(f.GoalDiff, -2);
+  EXPECT_EQ(std::pair(f.PlayerCol[9], f.PlayerRow[9]), std::pair(8.0, 5.0));
 }
 
 TEST_F(Goal, TheFlashCarriesItsPhaseIntoTheNextGoal) {

@@ -4,7 +4,7 @@
 #include <tuple>
 
 #include "shape/shape.h"
-#include "turn_support.h"
+#include "support.h"
 
 namespace quorvel {
 namespace {
@@ -34,12 +34,13 @@ TEST(Keys, WhatAKeyDoesByModeSideAndState) {
       {0, 1, "-", false, -1, 1, kFirstBoxUsed},
       {0, 2, "-", false, -1, 3, kFirstBoxUsed},
       {1, 1, "5-", false, -1, -1},
+      {1, 2, "54", true, 6, -1},
       {2, 1, "-", false, -1, 0},
       {2, 2, "5-", false, -1, -1},
       {0, 1, "5-", false, -1, -1, kFullTime},
   };
   for (const Case& c : cases) {
-    auto m = test::loadedForm();
+    auto m = newMatchForm();
     MatchForm& f = *m;
     select(f, f.OpMode[c.mode]);
     test::startMatch(f, c.side);

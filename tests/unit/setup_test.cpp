@@ -11,7 +11,6 @@
 namespace quorvel {
 namespace {
 
-using test::loadedForm;
 using test::startMatch;
 
 // A draw that lands on offset k of a range of n values.
@@ -20,9 +19,8 @@ double pick(int k, int n) {
 }
 
 TEST(Load, AutomaticPlayIsOffAndTheStartUpCounterWraps) {
-  auto f = loadedForm();
-  EXPECT_EQ(f->ChAuto.Value, 1);  // ticking the box raised its click
-  EXPECT_EQ(f->ChAuto.Caption, "Wait for player");
+  auto f = newMatchForm();
+  EXPECT_EQ(f->ChAuto.Caption, "Wait for player");  // ticking the box raised its click
   EXPECT_FALSE(f->TimAuto.Enabled());
   EXPECT_EQ(f->DiceReady, -1);
   f->Sched.advance(45);
@@ -34,44 +32,17 @@ TEST(Load, AutomaticPlayIsOffAndTheStartUpCounterWraps) {
   EXPECT_EQ(f->TimiCount, -32760);
 }
 
-// The rest of Start is read off by the start_and_walk scenario.
-TEST(Start, ClearsWhatTheLastMatchLeftAndStopsTheStartUpCounter) {
-  auto f = loadedForm();
-  f->Goals[1].Text = "3";
-  f->GameEnd = "ended";
-  f->PicGame.Visible = true;
-  f->CHsub[1].Visible = false;
-  f->ClockMin = 90;
+// The rest of Start is read off by the start_and_walk and start_during_last_goal scenarios.
+TEST(Start, SetsTheComputersSubstitutionMinutesAndStopsTheStartUpCounter) {
+  auto f = newMatchForm();
   startMatch(*f, 1);
-  EXPECT_EQ(f->Goals[1].Text, "0");
-  EXPECT_EQ(f->GameEnd, "");
-  EXPECT_FALSE(f->PicGame.Visible);
-  EXPECT_TRUE(f->CHsub[1].Visible);
-  EXPECT_EQ(f->ClockMin, 0);
   EXPECT_EQ(f->SubMinute[2][1], 100);
-  EXPECT_EQ(f->SubMinute[2][6], 60);
+  EXPECT_EQ(f->SubMinute[2][2], 60);
   EXPECT_FALSE(f->Timi.Enabled());
 }
 
-TEST(Start, TheComputerTakesARightSideKickOffAtOnceAndIgnoresALeftOne) {
-  auto right = loadedForm();
-  select(*right, right->OpMode[2]);
-  right->Vai.Value = 750;
-  startMatch(*right, 2);
-  EXPECT_EQ(right->AIGo, 1);
-  EXPECT_TRUE(right->TimAI.Enabled());
-  EXPECT_EQ(right->TimAI.Interval(), 750);
-
-  auto left = loadedForm();
-  select(*left, left->OpMode[2]);
-  startMatch(*left, 1);
-  EXPECT_EQ(left->AIGo, 0);
-  EXPECT_FALSE(left->TimAI.Enabled());
-  EXPECT_EQ(left->TimAI.Interval(), 250);
-}
-
 TEST(Start, TheMatchCountWrapsAfter9999AndTheNextMatchCountsAsAFirst) {
-  auto f = loadedForm();
+  auto f = newMatchForm();
   f->GameCount = 9998;
   f->Rnd.force({0.9});
   CDgo_Click(*f);
@@ -101,7 +72,7 @@ std::pair<int, int> square(const MatchForm& f, int i) {
 }
 
 TEST(SetPlay, VariedRedrawsOverItsOwnSideAndFallsBackWhenARowIsFull) {
-  auto f = loadedForm();
+  auto f = newMatchForm();
   useFormations(*f, 0, 1);
   f->TeamTurn = 2;
   // Player 3 (row 2) still stands on (5, 2): a draw of column 5 hits himself and is redrawn.
@@ -127,14 +98,17 @@ TEST(SetPlay, VariedRedrawsOverItsOwnSideAndFallsBackWhenARowIsFull) {
 }
 
 TEST(SetPlay, QuickplayPutsPicturesOnTheirSquaresExceptDuringASubstitution) {
-  auto f = loadedForm();
+  auto f = newMatchForm();
   f->Chq.Value = 1;
   f->TeamTurn = 2;
   SetPlay(*f);
-  for (int i = 1; i <= 22; ++i) EXPECT_TRUE(test::onSquare(*f, i)) << i;
+  for (int i = 1; i <= 22; ++i) {
+    EXPECT_EQ(f->Player[i].Left, playerLeft(f->PlayerCol[i])) << i;
+    EXPECT_EQ(f->Player[i].Top, playerTop(f->PlayerRow[i])) << i;
+  }
   EXPECT_TRUE(f->TimPlace.Enabled());
 
-  auto g = loadedForm();
+  auto g = newMatchForm();
   g->Chq.Value = 1;
   g->SubTicks = 300;
   g->TeamTurn = 1;

@@ -1,11 +1,11 @@
-// Substitutions: who may leave, the clicks refused, and the exchange's fixed length.
+// Substitutions: who may leave and the clicks refused. The exchange itself is told by the
+// substitution_by_box scenario.
 #include <gtest/gtest.h>
 
 #include <tuple>
-#include <utility>
 
 #include "shape/shape.h"
-#include "turn_support.h"
+#include "support.h"
 
 namespace quorvel {
 namespace {
@@ -16,7 +16,7 @@ double drawOff(int player) {
 }
 
 TEST(MakeSub, TheKeeperAndTheBallOwnerNeverLeaveAndBeforeTheFirstStartNobodyDoes) {
-  auto idle = test::loadedForm();
+  auto idle = newMatchForm();
   MakeSub(*idle);
   EXPECT_EQ(idle->SubOff, 0);
   for (int side : {1, 2}) {
@@ -64,27 +64,6 @@ TEST(SubBox, RefusedClicksStartNothing) {
         std::tuple(f.TimSub.Enabled(), f.CHsub[c.box].Visible, f.CHsub[c.box].Value, f.Chq.Value,
                    f.ChAuto.Value, f.CDcontest[2].Image == f.Di[7].Image, f.TXoner.Visible),
         std::tuple(false, true, 0, 0, 1, c.blanksContest, c.showsHint));
-  }
-}
-
-TEST(Exchange, LastsExactly300TicksWhateverTheDistance) {
-  // The leaving player far down the pitch, or almost at the bench point above it already.
-  for (const auto& [col, row] : {std::pair{2, 8}, std::pair{8, 1}}) {
-    auto m = test::matchReady(1);
-    MatchForm& f = *m;
-    f.Rnd.force({drawOff(4)});
-    test::putPlayer(f, 4, col, row);
-    userClick(f, f.CHsub[1]);
-    for (int t = 1; t < 300; ++t) TimSub_Timer(f);
-    EXPECT_TRUE(f.TimSub.Enabled()) << "tick 299";
-    TimSub_Timer(f);
-    EXPECT_FALSE(f.TimSub.Enabled()) << "tick 300";
-    EXPECT_EQ(std::pair(f.Player[4].Left, f.Player[4].Top), std::pair(7200.0, 5445.0));
-    // A count already past its end (only a script can leave one) still ends the exchange.
-    f.SubTicks = 400;
-    f.TimSub.setEnabled(true);
-    TimSub_Timer(f);
-    EXPECT_FALSE(f.TimSub.Enabled());
   }
 }
 
