@@ -35,7 +35,8 @@ TEST_F(Kick, TheNearestPlayerGetsTheBallAndEqualSidesGoToDiceOrRank) {
   // clang-format off
   const Case cases[] = {
       {"nobody nearer: the kicker chases", {}, 0, 9, {}, 9, 0, 7, 7, 0},
-      {"an opponent on the square, no dice", {{15, 10, 4}, {10, 10, 5}}, 0, 9, {0.99}, 15, 0, 7, 7, 1},
+      {"an opponent on the square, no dice", {{15, 10, 4}, {10, 10, 5}}, 0, 9, {0.99}, 15, 0, 7, 7,
+       1},
       {"team-mates: the lower index", {{6, 10, 5}, {4, 10, 3}}, 1, 9, {}, 4, 0, 7, 7, 0},
       {"dice, rolled again on a tie", {{6, 10, 3}, {14, 10, 5}, {2, 12, 6}}, 0, 9,
        {face(3), face(3), face(2), face(5)}, 14, 22, 2, 5, 0},
