@@ -58,22 +58,6 @@ TEST_F(FlagChoiceTest, AGoalWinsUnlessLowIqLuckSinksItAndAnOwnGoalIsAvoided) {
   EXPECT_NE(f.AIFlag, 2);
 }
 
-TEST_F(FlagChoiceTest, TheBonusSquaresLieInFrontOfTheLeftHandGoal) {
-  struct Ball {
-    int col, row;
-    double steps[8];  // bonus per direction, in units of 1000 x IQ
-  };
-  const Ball balls[] = {{3, 4, {0, 0, 5, 5, 3, 3, 3, 3}},
-                        {6, 4, {0, 0, 2, 2, 3, 4, 4, 0}},
-                        {2, 7, {3, 0, 5, 4, 0, 0, 0, 3}}};
-  for (const Ball& b : balls) {
-    rollAt(b.col, b.row, 1);  // only the owner near: every square is the computer's
-    const FlagChoice c = weigh(3, even(static_cast<int>(test::visibleFlags(f).size())));
-    for (int d : test::visibleFlags(f))
-      EXPECT_EQ(c.AimBonus[d], b.steps[d] * 3000) << b.col << "," << b.row << " d" << d;
-  }
-}
-
 TEST_F(FlagChoiceTest, EqualValuesKeepTheLowerDirection) {
   rollAt(9, 4, 1);  // the person's players on all eight squares around
   const int around[8][2] = {{9, 3}, {10, 3}, {10, 4}, {10, 5}, {9, 5}, {8, 5}, {8, 4}, {8, 3}};

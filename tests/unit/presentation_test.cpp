@@ -12,25 +12,7 @@
 namespace quorvel {
 namespace {
 
-constexpr Colour kRed = RGB(252, 0, 0), kWhite = RGB(252, 252, 252);
-constexpr Colour kCyan = RGB(0, 252, 252), kBlue = RGB(0, 0, 252);
-
-// The keepers wear their side's second colour, the Sub boxes their box's side's colours.
-TEST(Rainbow, StartUpColoursDressBothTeams) {
-  auto f = newMatchForm();
-  struct Painted {
-    const Control& c;
-    Colour back, fore;
-  };
-  const Painted painted[] = {
-      {f->Tnum[5], kRed, kWhite},  {f->Tnum[1], kWhite, kRed},  {f->Tnum[20], kBlue, kCyan},
-      {f->Tnum[12], kCyan, kBlue}, {f->CHsub[0], kRed, kWhite}, {f->CHsub[3], kBlue, kCyan},
-  };
-  for (const Painted& p : painted) {
-    EXPECT_EQ(p.c.BackColor, p.back) << p.c.name;
-    EXPECT_EQ(p.c.ForeColor, p.fore) << p.c.name;
-  }
-}
+constexpr Colour kRed = RGB(252, 0, 0);
 
 TEST(Swatches, AClickRecoloursUnlessLockedAndHandsTheFocusToTheDie) {
   auto f = test::matchReady(1);

@@ -76,16 +76,11 @@ TEST(SetPlay, VariedRedrawsOverItsOwnSideAndFallsBackWhenARowIsFull) {
   useFormations(*f, 0, 1);
   f->TeamTurn = 2;
   // Player 3 (row 2) still stands on (5, 2): a draw of column 5 hits himself and is redrawn.
-  f->PlayerCol[3] = 5;
-  f->PlayerRow[3] = 2;
-  // Players 4..8 and 10 block row 1 of player 2's candidates 3..8... except that player 2 is
-  // handled first, so all six squares of his row are taken: he falls back to a free square of
-  // the left half.
+  // Players 4..8 and 10 take all six squares, columns 3..8, of player 2's row 1: he falls back
+  // to a free square of the left half.
+  f->PlayerCol[3] = 5, f->PlayerRow[3] = 2;
   const int blockers[6] = {4, 5, 6, 7, 8, 10};
-  for (int k = 0; k < 6; ++k) {
-    f->PlayerCol[blockers[k]] = 3 + k;
-    f->PlayerRow[blockers[k]] = 1;
-  }
+  for (int k = 0; k < 6; ++k) f->PlayerCol[blockers[k]] = 3 + k, f->PlayerRow[blockers[k]] = 1;
   f->Rnd.force({0.0, pick(2, 6), pick(3, 6)});  // fallback pick; player 3: 5 (taken), then 6
   SetPlay(*f);
   const auto [c2, r2] = square(*f, 2);
