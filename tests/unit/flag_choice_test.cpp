@@ -21,11 +21,8 @@ std::vector<double> even(int flags) {
   return draws(std::vector<double>(static_cast<std::size_t>(flags), 0.5));
 }
 
-class FlagChoiceTest : public ::testing::Test {
+class FlagChoiceTest : public test::MatchUnderWay {
  protected:
-  std::unique_ptr<MatchForm> form = test::matchReady(2);
-  MatchForm& f = *form;
-
   // Only the computer's player 20 on the pitch, on (col, row); he rolls `die`.
   void rollAt(int col, int row, int die) {
     test::clearPitch(f);
