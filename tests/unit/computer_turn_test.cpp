@@ -1,4 +1,4 @@
-// The computer's substitutions by IQ, clock, pitch and score, and the threat counts they read.
+// The computer's substitutions by IQ, clock, pitch and score.
 #include <gtest/gtest.h>
 
 #include "ai/ai.h"
@@ -87,28 +87,6 @@ TEST(ComputerTurn, SubstitutionRulesByIqClockPitchAndScore) {
   for (const Situation& s : cases)
     EXPECT_EQ(firstTick(s), s.box) << "IQ " << s.iq << ", minute " << s.minute << ", goals "
                                    << s.goalDiff << ", boxes " << s.box2 << s.box3;
-}
-
-// Threat's funnel in front of the right-hand goal, written out row by row.
-bool inFunnel(int col, int row) {
-  if (row == 4 || row == 5) return col >= 11;
-  if (row == 3 || row == 6) return col == 15 || col == 16;
-  if (row == 2 || row == 7) return col == 14 || col == 15;
-  return col == 13 || col == 14;
-}
-
-TEST(Threat, EachSideIsCountedOnTheMirrorImageOfTheOtherAndKeepersNever) {
-  auto f = newMatchForm();
-  for (int row = 1; row <= 8; ++row)
-    for (int col = 1; col <= 16; ++col) {
-      parkAll(*f);
-      for (int i : {0, 1, 5}) putPlayer(*f, i, col, row);  // the substitute, a keeper, a player
-      for (int i : {12, 16}) putPlayer(*f, i, 17 - col, row);
-      const int threat = inFunnel(col, row) ? 1 : 0, terror = col > 10 ? 1 : 0;
-      EXPECT_EQ(std::vector<int>({Threat(*f), ThreatAI(*f), Terror(*f), TerrorAI(*f)}),
-                std::vector<int>({threat, threat, terror, terror}))
-          << col << "," << row;
-    }
 }
 
 }  // namespace

@@ -140,10 +140,8 @@ TEST(Driver, DumpIsOneLineOfJsonKeyedByPath) {
   EXPECT_EQ(j.front(), '{');
   EXPECT_EQ(j.substr(j.size() - 2), "}\n");
   EXPECT_EQ(j.find('\n'), j.size() - 1);
-  EXPECT_NE(j.find("\"SubMinute(2,6)\":0"), std::string::npos);
   EXPECT_NE(j.find("\"Player(3).Left\":3105"), std::string::npos);
   EXPECT_NE(j.find("\"TXai.Text\":\"2\""), std::string::npos);
-  EXPECT_NE(j.find("\"LinksForm.Timer1.Interval\":7000"), std::string::npos);
   EXPECT_EQ(j.find("OPForm(5)"), std::string::npos) << "gaps of arrays are no controls";
 
   // Every member that MatchForm declares is there for scripts, as NAME, NAME(..), NAME.PROP or
@@ -177,18 +175,6 @@ TEST(Driver, DumpIsOneLineOfJsonKeyedByPath) {
     }
   }
   EXPECT_GT(members, 100) << "the declaration was not read";
-}
-
-TEST(Driver, EveryScenarioScriptRunsClean) {
-  // The scenario scripts are ctest cases of their own; this runs them once more in-process so
-  // that a sanitizer build of this binary covers the driver too.
-  for (const char* name : {"start_and_walk", "goal_and_restart"}) {
-    std::ifstream in(std::string(QUORVEL_SCENARIO_DIR) + "/" + name + ".qvd");
-    ASSERT_TRUE(in) << name;
-    std::ostringstream out, err;
-    Driver d(out, err);
-    EXPECT_EQ(d.run(in), Driver::kOk) << name << ": " << err.str();
-  }
 }
 
 }  // namespace
