@@ -1,5 +1,5 @@
-// Shared set-ups for the unit tests: a match under way with the ball at a chosen player's feet,
-// players put on chosen squares, dictated dice, ticks run until a walk or a kick is over.
+// Shared set-ups for the unit tests: a match under way, players on chosen squares, the ball at
+// a chosen player's feet, dictated dice, ticks run until a walk or a kick is over.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ bool runUntil(MatchForm& f, Done done, Millis ms = 60000) {
 inline bool finishWalk(MatchForm& f) {
   return runUntil(f, [&f] { return !f.TimPlace.Enabled(); });
 }
-inline bool land(MatchForm& f) {  // the kick in the air flies to its end
+inline bool land(MatchForm& f) {
   return runUntil(f, [&f] { return f.KickFlag == -1; });
 }
 
@@ -57,8 +57,7 @@ inline void putPlayer(MatchForm& f, int i, double col, double row) {
   f.Player[i].Top = playerTop(row);
 }
 
-// Everybody far off the pitch, out of reach of every kick, so that a test decides alone who
-// stands near the target.
+// Everybody off the pitch, out of reach of every kick: a test places whom it needs.
 inline void clearPitch(MatchForm& f) {
   for (int i = 1; i <= 22; ++i) putPlayer(f, i, 100 + i, 100);
 }
@@ -97,8 +96,7 @@ inline std::vector<int> visibleFlags(const MatchForm& f) {
   return v;
 }
 
-// A match under way, kicked off by the left side, its walk over; each test puts the ball where
-// it needs it (giveBall), often after clearing the pitch.
+// A match under way, kicked off by the left side, its walk over; giveBall moves the ball.
 class MatchUnderWay : public ::testing::Test {
  protected:
   std::unique_ptr<MatchForm> match = matchReady(1);
