@@ -186,8 +186,6 @@ class MatchWindowTest : public QObject {
     QTest::mouseClick(g.widget("OPForm(3)"), Qt::LeftButton);
     QVERIFY(g.f->OPForm[3].Value && !g.f->OPForm[0].Value);
     QVERIFY(!g.widget<QRadioButton>("OPForm(0)")->isChecked());
-    QTest::mouseClick(g.widget("OPForm(3)"), Qt::LeftButton);  // selected again: stays on
-    QVERIFY(g.widget<QRadioButton>("OPForm(3)")->isChecked());
   }
 
   void typingIsNeverOverwrittenBySync() {

@@ -41,27 +41,5 @@ TEST(Clock, MovesOf15Or10SecondsReach45MinutesExactly) {
   }
 }
 
-TEST(Clock, AgainstTheComputerHalfTimeHandsItTheTurnOrTakesItAway) {
-  auto match = test::matchReady(1);
-  MatchForm& f = *match;
-  select(f, f.OpMode[2]);
-  f.Vai.Value = 300;
-  f.ClockMin = 44;
-  f.ClockSec = 0.45f;
-  TikTok(f);  // the left side kicked off the match: the computer kicks off now
-  EXPECT_EQ(f.BallOwner, 20);
-  EXPECT_EQ(f.AIGo, 1);
-  EXPECT_TRUE(f.TimAI.Enabled());
-  EXPECT_EQ(f.TimAI.Interval(), 300);
-
-  f.KickOffSide = 2;  // and the other way round
-  f.ClockMin = 44;
-  f.ClockSec = 0.45f;
-  TikTok(f);
-  EXPECT_EQ(f.BallOwner, 9);
-  EXPECT_EQ(f.AIGo, 0);
-  EXPECT_FALSE(f.TimAI.Enabled());
-}
-
 }  // namespace
 }  // namespace quorvel

@@ -60,5 +60,17 @@ TEST(FormationButtons, EachSideRePlansOnceDuringAWalk) {
   EXPECT_EQ(std::pair(f->PlayerCol[13], f->PlayerRow[13]), std::pair(14.0, 3.0));
 }
 
+TEST(FormationButtons, TheComputerReconsidersOnTheWalksTick150) {
+  auto f = newMatchForm();
+  select(*f, f->OpMode[2]);
+  f->Hai.Value = 1;
+  test::startMatch(*f, 1);
+  ASSERT_TRUE(test::runUntil(*f, [&f] { return f->PlaceTicks == 149; }));
+  f->Goals[1].Text = "2";  // two goals down, the computer at IQ 1 attacks
+  EXPECT_NE(selectedFormation(*f, 2), 14);
+  f->Sched.advance(15);
+  EXPECT_EQ(selectedFormation(*f, 2), 14);
+}
+
 }  // namespace
 }  // namespace quorvel
