@@ -35,7 +35,7 @@ void fullTime(MatchForm& f) {
 
 void halfTime(MatchForm& f) {
   f.PlaceMode = kPlaceKickOff;
-  f.KickOffSide = static_cast<Integer>(f.KickOffSide == 1 ? 2 : 1);
+  f.KickOffSide = static_cast<Integer>(f.KickOffSide == kLeftSide ? kRightSide : kLeftSide);
   restartKickOff(f, f.KickOffSide);
   SetPlay(f);
   f.HalfHold = 1;
