@@ -34,9 +34,9 @@ std::string at(const char* name, int i) {
 // A button or box with its caption and tip.
 template <typename C>
 C& captioned(C& c, std::string name, double left, double top, double width, double height,
-             std::string caption, std::string tip) {
-  place(c, std::move(name), left, top, width, height).Caption = std::move(caption);
-  c.ToolTipText = std::move(tip);
+             const char* caption, const char* tip) {
+  place(c, std::move(name), left, top, width, height).Caption = caption;
+  c.ToolTipText = tip;
   return c;
 }
 
