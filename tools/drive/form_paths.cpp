@@ -548,28 +548,19 @@ std::string FormPaths::dump() const {
     const bool plain = fl.timer ? true : (numeric(fl.type) || fl.type == Type::Bool);
     out += plain ? read(fl) : escapeJson(read(fl));
   };
+  auto emitVar = [&](const std::string& key) {
+    Field fl{};
+    resolveVar(key, fl);
+    emit(key, fl);
+  };
   for (const std::string& name : varOrder_) {
     const Var& v = vars_.at(name);
-    if (v.dims == 0) {
-      Field fl{};
-      resolveVar(name, fl);
-      emit(name, fl);
-      continue;
-    }
-    for (int i = 0; i < v.size[0]; ++i) {
-      if (v.dims == 1) {
-        const std::string key = name + "(" + std::to_string(i) + ")";
-        Field fl{};
-        resolveVar(key, fl);
-        emit(key, fl);
-        continue;
-      }
-      for (int j = 0; j < v.size[1]; ++j) {
-        const std::string key = name + "(" + std::to_string(i) + "," + std::to_string(j) + ")";
-        Field fl{};
-        resolveVar(key, fl);
-        emit(key, fl);
-      }
+    if (v.dims == 0) emitVar(name);
+    for (int i = 0; v.dims > 0 && i < v.size[0]; ++i) {
+      const std::string row = name + "(" + std::to_string(i);
+      if (v.dims == 1) emitVar(row + ")");
+      for (int j = 0; v.dims == 2 && j < v.size[1]; ++j)
+        emitVar(row + "," + std::to_string(j) + ")");
     }
   }
   static const char* const kProps[] = {
