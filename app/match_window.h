@@ -47,10 +47,11 @@ class MatchWindow : public FormWindow {
   std::unique_ptr<LinksWindow> links_;
   QTimer pump_;
   QElapsedTimer clock_;
-  qint64 lastWall_ = 0;  // wall time (ms) that virtual now() stands for
-  qint64 lastWake_ = 0;  // wall time of the pump's last wake-up that ran a tick
-  int modal_ = 0;        // message boxes open: time stands still meanwhile
-  bool shown_;           // f.Visible as last acted on
+  qint64 lastWall_ = 0;    // wall time (ms) that virtual now() stands for
+  qint64 armedAt_ = 0;     // wall time the pump is set to wake at
+  qint64 lastServed_ = 0;  // wall time the pump's last wake-up that ran a tick was set for
+  int modal_ = 0;          // message boxes open: time stands still meanwhile
+  bool shown_;             // f.Visible as last acted on
   bool linksShown_;
   std::string lastActive_;
   Colour lastBack_;

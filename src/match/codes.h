@@ -33,7 +33,7 @@ inline constexpr Single kNoMatchYet = 0;
 inline constexpr Single kGameOn = 7;
 
 // PlaceMode: how the placement walk treats the ball.
-inline constexpr Single kPlaceKickOff = 34;  // the ball drifts to the centre spot
+inline constexpr Single kPlaceKickOff = 34;   // the ball drifts to the centre spot
 inline constexpr Single kPlaceAfterSub = 23;  // the ball stays at its owner's feet
 
 // EditLock: team names and colours.
