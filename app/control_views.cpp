@@ -5,19 +5,24 @@
 #include <QStyleFactory>
 #include <cmath>
 
+#include "ui/layout.h"
+
 namespace quorvel {
 
 // ---- PictureView -------------------------------------------------------------------------
 
 PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget* parent)
-    : QWidget(parent), picture_(picture), number_(number) {
+    : QWidget(parent),
+      picture_(picture),
+      number_(number),
+      opensLeft_(goalMouth(picture.name) == Mouth::OpensLeft) {
   setObjectName(QString::fromStdString(picture.name));
   refresh();
 }
 
 void PictureView::refresh() {
   // This runs for every picture after every tick: compare the model's own values first.
-  Shown now{picture_.Image, picture_.BackColor, picture_.Left > 7680, {}};
+  Shown now{picture_.Image, picture_.BackColor, {}};
   if (number_ != nullptr)
     now.number = {number_->Text,   number_->ForeColor.rgb, number_->BackColor.rgb,
                   number_->Left,   number_->Top,           number_->Width,
@@ -36,12 +41,11 @@ void PictureView::refresh() {
       look.numberBox = QRectF(number_->Left / picture_.Width, number_->Top / picture_.Height,
                               number_->Width / picture_.Width, number_->Height / picture_.Height);
   }
-  // A goal right of the centre spot opens towards the pitch on its left.
-  look.opensLeft = picture_.Left > 7680;
+  look.opensLeft = opensLeft_;
   const QString key = QString::fromStdString(picture_.Image);
   const bool same = key == key_ && look.back == look_.back && look.number == look_.number &&
                     look.numberInk == look_.numberInk && look.numberBack == look_.numberBack &&
-                    look.numberBox == look_.numberBox && look.opensLeft == look_.opensLeft;
+                    look.numberBox == look_.numberBox;
   if (same) return;
   key_ = key;
   look_ = look;

@@ -52,11 +52,11 @@ class PictureView : public QWidget {
   void draw(QPainter& p) const;
   const Picture& picture_;
   const TextBox* number_;
+  const bool opensLeft_;  // a goal picture: which way its mouth faces
   // The model's values last taken over, compared before anything is converted.
   struct Shown {
     std::string image;
     Colour back;
-    bool opensLeft = false;
     struct Number {
       std::string text;
       std::uint32_t ink = 0, back = 0;

@@ -14,6 +14,7 @@
 #include <limits>
 
 #include "events/events.h"
+#include "ui/layout.h"
 
 namespace quorvel {
 
@@ -23,39 +24,8 @@ constexpr double kTwipsPerPixel = 15;
 // No text is drawn smaller than this many pixels, the least that stays legible.
 constexpr double kLegiblePx = 9;
 
-struct FontStyle {
-  double px;  // pixel size at scale 1
-  bool bold = false;
-  bool italic = false;
-};
-
-bool startsWith(const std::string& s, const char* prefix) {
-  return s.rfind(prefix, 0) == 0;
-}
-
-FontStyle fontFor(const Control& c) {
-  const std::string& n = c.name;
-  if (startsWith(n, "Goals(")) return {34, true};
-  if (startsWith(n, "TXgame(")) return {40, true};
-  if (n == "TXtim") return {20, true};
-  if (n == "Text2") return {17, true};
-  if (startsWith(n, "Team(")) return {16, true};
-  if (startsWith(n, "Poses(")) return {13, true};
-  if (n == "CDgo" || n == "CDhelp" || n == "CDend" || n == "cdr") return {14, true};
-  if (startsWith(n, "OPForm(") || startsWith(n, "Text1(")) return {12, true};
-  if (startsWith(n, "CHsub(")) return {10, true};  // four of them share a narrow strip
-  if (n == "TXstart" || n == "Lablurb") return {12, false, true};
-  if (n == "TXver") return {11};
-  if (n == "TXoner") return {11, true};
-  if (startsWith(n, "LinksForm.")) return {14, true};
-  return {12};
-}
-
-Qt::Alignment alignmentFor(const Control& c) {
-  const std::string& n = c.name;
-  if (startsWith(n, "Text1(") || n == "Text3" || n == "Text4" || n == "GreyGreen")
-    return Qt::AlignLeft | Qt::AlignVCenter;
-  return Qt::AlignCenter;
+Qt::Alignment alignmentOf(const TextStyle& style) {
+  return style.align == Align::Left ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter;
 }
 
 QColor blend(const QColor& a, const QColor& b) {
@@ -168,20 +138,15 @@ QSize FormWindow::naturalSize() const {
                static_cast<int>(std::lround(height_ / kTwipsPerPixel)));
 }
 
-QWidget* FormWindow::bind(Control& c, const TextBox* number) {
-  QWidget* parent = this;
-  if (c.parent != nullptr) {
-    auto it = byName_.find(c.parent->name);
-    if (it != byName_.end()) parent = it->second;
-  }
-  QWidget* w = nullptr;
+QWidget* FormWindow::makeWidget(Control& c, const TextBox* number, QWidget* parent) {
+  auto clicks = [this, &c](auto* widget, auto signal) {
+    connect(widget, signal, this, [this, &c] { forward(c); });
+    return widget;
+  };
   switch (c.kind) {
-    case Kind::Picture: {
-      auto* v = new PictureView(static_cast<Picture&>(c), number, parent);
-      connect(v, &PictureView::clicked, this, [this, &c] { forward(c); });
-      w = v;
-      break;
-    }
+    case Kind::Picture:
+      return clicks(new PictureView(static_cast<Picture&>(c), number, parent),
+                    &PictureView::clicked);
     case Kind::CommandButton: {
       auto& button = static_cast<CommandButton&>(c);
       QAbstractButton* b = nullptr;
@@ -189,62 +154,64 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number) {
         b = new PictureButton(button, parent);
       else
         b = new QPushButton(parent);
-      connect(b, &QAbstractButton::clicked, this, [this, &c] { forward(c); });
-      w = b;
-      break;
+      return clicks(b, &QAbstractButton::clicked);
     }
-    case Kind::CheckBox: {
-      auto* b = new QCheckBox(parent);
-      connect(b, &QAbstractButton::clicked, this, [this, &c] { forward(c); });
-      w = b;
-      break;
-    }
+    case Kind::CheckBox:
+      return clicks(new QCheckBox(parent), &QAbstractButton::clicked);
     case Kind::OptionButton: {
       auto* b = new QRadioButton(parent);
       b->setAutoExclusive(false);  // the model decides which one of a group is on
-      connect(b, &QAbstractButton::clicked, this, [this, &c] { forward(c); });
-      w = b;
-      break;
+      return clicks(b, &QAbstractButton::clicked);
     }
-    case Kind::TextBox: {
-      auto& box = static_cast<TextBox&>(c);
-      auto* t = new TextView(parent);
-      connect(t, &TextView::clicked, this, [this, &c] { forward(c); });
-      connect(t, &QLineEdit::textEdited, this, [this, &box, t](const QString& text) {
-        emit aboutToHandle();
-        if (!userEdit(f_, box, text.toStdString())) {
-          const QSignalBlocker quiet(t);
-          t->setText(qs(box.Text));
-        }
-        emit handled();
-      });
-      w = t;
-      break;
-    }
-    case Kind::ScrollBar: {
-      auto& bar = static_cast<ScrollBar&>(c);
-      auto* s = new QScrollBar(Qt::Horizontal, parent);
-      connect(s, &QScrollBar::valueChanged, this, [this, &bar](int value) {
-        if (syncing_) return;
-        emit aboutToHandle();
-        userScroll(f_, bar, value);
-        emit handled();
-      });
-      w = s;
-      break;
-    }
+    case Kind::TextBox:
+      return makeTextView(static_cast<TextBox&>(c), parent);
+    case Kind::ScrollBar:
+      return makeScrollBar(static_cast<ScrollBar&>(c), parent);
     case Kind::Frame:
-      w = new QGroupBox(parent);
-      break;
+      return new QGroupBox(parent);
     case Kind::Label: {
       auto* l = new QLabel(parent);
       l->setWordWrap(true);
       l->setAlignment(Qt::AlignCenter);
       l->setMargin(2);
-      w = l;
-      break;
+      return l;
     }
   }
+  return nullptr;
+}
+
+QWidget* FormWindow::makeTextView(TextBox& box, QWidget* parent) {
+  auto* t = new TextView(parent);
+  connect(t, &TextView::clicked, this, [this, &box] { forward(box); });
+  connect(t, &QLineEdit::textEdited, this, [this, &box, t](const QString& text) {
+    emit aboutToHandle();
+    if (!userEdit(f_, box, text.toStdString())) {
+      const QSignalBlocker quiet(t);
+      t->setText(qs(box.Text));
+    }
+    emit handled();
+  });
+  return t;
+}
+
+QWidget* FormWindow::makeScrollBar(ScrollBar& bar, QWidget* parent) {
+  auto* s = new QScrollBar(Qt::Horizontal, parent);
+  connect(s, &QScrollBar::valueChanged, this, [this, &bar](int value) {
+    if (syncing_) return;
+    emit aboutToHandle();
+    userScroll(f_, bar, value);
+    emit handled();
+  });
+  return s;
+}
+
+QWidget* FormWindow::bind(Control& c, const TextBox* number) {
+  QWidget* parent = this;
+  if (c.parent != nullptr) {
+    auto it = byName_.find(c.parent->name);
+    if (it != byName_.end()) parent = it->second;
+  }
+  QWidget* w = makeWidget(c, number, parent);
   w->setObjectName(qs(c.name));
   w->setStyle(style_.get());
   w->installEventFilter(this);
@@ -261,7 +228,7 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number) {
 
 double FormWindow::legibleScale() const {
   double smallest = std::numeric_limits<double>::max();
-  for (const auto& b : bindings_) smallest = std::min(smallest, fontFor(b->c).px);
+  for (const auto& b : bindings_) smallest = std::min(smallest, textStyleFor(b->c.name).px);
   return bindings_.empty() ? 0 : kLegiblePx / smallest;
 }
 
@@ -294,11 +261,39 @@ void FormWindow::syncFromModel() {
 }
 
 void FormWindow::sync(Binding& b) {
-  Control& c = b.c;
-  QWidget* w = b.w;
   const bool fresh = b.fresh;
   b.fresh = false;
+  syncCommon(b, fresh);
+  switch (b.c.kind) {
+    case Kind::Picture:
+      static_cast<PictureView*>(b.w)->refresh();
+      break;
+    case Kind::CommandButton:
+      syncButton(b, fresh);
+      break;
+    case Kind::CheckBox:
+    case Kind::OptionButton:
+      syncToggle(b, fresh);
+      break;
+    case Kind::TextBox:
+      syncTextBox(b, fresh);
+      break;
+    case Kind::ScrollBar:
+      syncScrollBar(b, fresh);
+      break;
+    case Kind::Frame:
+      if (captionChanged(b, fresh)) static_cast<QGroupBox*>(b.w)->setTitle(qs(b.text));
+      break;
+    case Kind::Label:
+      if (captionChanged(b, fresh)) static_cast<QLabel*>(b.w)->setText(qs(b.text));
+      break;
+  }
+}
 
+// What every kind of control has: place, visibility, enabling, tip and colours.
+void FormWindow::syncCommon(Binding& b, bool fresh) {
+  const Control& c = b.c;
+  QWidget* w = b.w;
   if (fresh || c.Left != b.left || c.Top != b.top || c.Width != b.width || c.Height != b.height) {
     b.left = c.Left, b.top = c.Top, b.width = c.Width, b.height = c.Height;
     place(b);
@@ -319,78 +314,61 @@ void FormWindow::sync(Binding& b) {
     b.back = c.BackColor, b.fore = c.ForeColor;
     applyColours(w, c.kind, toQColor(c.BackColor), toQColor(c.ForeColor));
   }
+}
 
-  switch (c.kind) {
-    case Kind::Picture:
-      static_cast<PictureView*>(w)->refresh();
-      break;
-    case Kind::CommandButton:
-      if (b.pictureButton) {
-        static_cast<PictureButton*>(w)->refresh();
-      } else if (fresh || captionOf(c) != b.text) {
-        b.text = captionOf(c);
-        static_cast<QPushButton*>(w)->setText(qs(b.text));
-      }
-      break;
-    case Kind::CheckBox:
-    case Kind::OptionButton: {
-      auto* button = static_cast<QAbstractButton*>(w);
-      if (fresh || captionOf(c) != b.text) {
-        b.text = captionOf(c);
-        button->setText(qs(b.text));
-      }
-      const bool on = c.kind == Kind::CheckBox ? static_cast<CheckBox&>(c).Value != 0
-                                               : static_cast<OptionButton&>(c).Value;
-      // Always re-asserted: a click toggles the widget before the model has had its say.
-      if (button->isChecked() != on) button->setChecked(on);
-      break;
-    }
-    case Kind::TextBox: {
-      auto& box = static_cast<TextBox&>(c);
-      auto* edit = static_cast<TextView*>(w);
-      if (fresh) edit->setAlignment(alignmentFor(c));
-      // Only the model's own changes are written back, so typing is never overwritten.
-      if (fresh || box.Text != b.text) {
-        b.text = box.Text;
-        if (edit->text() != qs(box.Text)) edit->setText(qs(box.Text));
-        applyFont(b);
-      }
-      if (fresh || box.Locked != b.locked) {
-        b.locked = box.Locked;
-        edit->setReadOnly(box.Locked);
-        edit->setFrame(!box.Locked);
-        edit->setFocusPolicy(box.Locked ? Qt::ClickFocus : Qt::StrongFocus);
-      }
-      break;
-    }
-    case Kind::ScrollBar: {
-      auto& bar = static_cast<ScrollBar&>(c);
-      auto* s = static_cast<QScrollBar*>(w);
-      if (fresh || bar.Min != b.min || bar.Max != b.max) {
-        b.min = bar.Min, b.max = bar.Max;
-        s->setRange(bar.Min, bar.Max);
-      }
-      if (fresh || bar.SmallChange != b.small || bar.LargeChange != b.large) {
-        b.small = bar.SmallChange, b.large = bar.LargeChange;
-        s->setSingleStep(bar.SmallChange);
-        s->setPageStep(bar.LargeChange);
-      }
-      if (s->value() != bar.Value) s->setValue(bar.Value);
-      break;
-    }
-    case Kind::Frame:
-      if (fresh || captionOf(c) != b.text) {
-        b.text = captionOf(c);
-        static_cast<QGroupBox*>(w)->setTitle(qs(b.text));
-      }
-      break;
-    case Kind::Label:
-      if (fresh || captionOf(c) != b.text) {
-        b.text = captionOf(c);
-        static_cast<QLabel*>(w)->setText(qs(b.text));
-      }
-      break;
+bool FormWindow::captionChanged(Binding& b, bool fresh) {
+  if (!fresh && captionOf(b.c) == b.text) return false;
+  b.text = captionOf(b.c);
+  return true;
+}
+
+void FormWindow::syncButton(Binding& b, bool fresh) {
+  if (b.pictureButton)
+    static_cast<PictureButton*>(b.w)->refresh();
+  else if (captionChanged(b, fresh))
+    static_cast<QPushButton*>(b.w)->setText(qs(b.text));
+}
+
+void FormWindow::syncToggle(Binding& b, bool fresh) {
+  auto* button = static_cast<QAbstractButton*>(b.w);
+  if (captionChanged(b, fresh)) button->setText(qs(b.text));
+  const bool on = b.c.kind == Kind::CheckBox ? static_cast<CheckBox&>(b.c).Value != 0
+                                             : static_cast<OptionButton&>(b.c).Value;
+  // Always re-asserted: a click toggles the widget before the model has had its say.
+  if (button->isChecked() != on) button->setChecked(on);
+}
+
+void FormWindow::syncTextBox(Binding& b, bool fresh) {
+  auto& box = static_cast<TextBox&>(b.c);
+  auto* edit = static_cast<TextView*>(b.w);
+  if (fresh) edit->setAlignment(alignmentOf(textStyleFor(box.name)));
+  // Only the model's own changes are written back, so typing is never overwritten.
+  if (fresh || box.Text != b.text) {
+    b.text = box.Text;
+    if (edit->text() != qs(box.Text)) edit->setText(qs(box.Text));
+    applyFont(b);
   }
+  if (fresh || box.Locked != b.locked) {
+    b.locked = box.Locked;
+    edit->setReadOnly(box.Locked);
+    edit->setFrame(!box.Locked);
+    edit->setFocusPolicy(box.Locked ? Qt::ClickFocus : Qt::StrongFocus);
+  }
+}
+
+void FormWindow::syncScrollBar(Binding& b, bool fresh) {
+  auto& bar = static_cast<ScrollBar&>(b.c);
+  auto* s = static_cast<QScrollBar*>(b.w);
+  if (fresh || bar.Min != b.min || bar.Max != b.max) {
+    b.min = bar.Min, b.max = bar.Max;
+    s->setRange(bar.Min, bar.Max);
+  }
+  if (fresh || bar.SmallChange != b.small || bar.LargeChange != b.large) {
+    b.small = bar.SmallChange, b.large = bar.LargeChange;
+    s->setSingleStep(bar.SmallChange);
+    s->setPageStep(bar.LargeChange);
+  }
+  if (s->value() != bar.Value) s->setValue(bar.Value);
 }
 
 QRectF FormWindow::formArea() const {
@@ -421,7 +399,7 @@ void FormWindow::place(Binding& b) {
 }
 
 void FormWindow::applyFont(Binding& b) {
-  const FontStyle style = fontFor(b.c);
+  const TextStyle style = textStyleFor(b.c.name);
   QFont font = b.w->font();
   font.setBold(style.bold);
   font.setItalic(style.italic);

@@ -54,7 +54,17 @@ class FormWindow : public QWidget {
 
  private:
   struct Binding;
+  QWidget* makeWidget(Control& c, const TextBox* number, QWidget* parent);
+  QWidget* makeTextView(TextBox& box, QWidget* parent);
+  QWidget* makeScrollBar(ScrollBar& bar, QWidget* parent);
   void sync(Binding& b);
+  void syncCommon(Binding& b, bool fresh);
+  void syncButton(Binding& b, bool fresh);
+  void syncToggle(Binding& b, bool fresh);
+  void syncTextBox(Binding& b, bool fresh);
+  void syncScrollBar(Binding& b, bool fresh);
+  // True, with the new text taken into `b`, when the control's caption is not the one shown.
+  static bool captionChanged(Binding& b, bool fresh);
   void place(Binding& b);
   void applyFont(Binding& b);
   void relayout();

@@ -4,16 +4,11 @@
 #include <QMouseEvent>
 
 #include "events/events.h"
+#include "ui/layout.h"
 
 namespace quorvel {
 
-namespace {
-// The closing window's client area: its pictures and buttons with a margin all round.
-constexpr double kClientWidth = 6240;
-constexpr double kClientHeight = 4440;
-}  // namespace
-
-LinksWindow::LinksWindow(MatchForm& f) : FormWindow(f, kClientWidth, kClientHeight) {
+LinksWindow::LinksWindow(MatchForm& f) : FormWindow(f, kLinksClient.width, kLinksClient.height) {
   setWindowTitle(QStringLiteral("Free Quorvel"));
   for (Control* c : f.LinksForm.controls()) {
     QWidget* w = bind(*c);

@@ -15,13 +15,12 @@
 
 #include "events/events.h"
 #include "pictures.h"
+#include "ui/layout.h"
 
 namespace quorvel {
 
 namespace {
 
-constexpr double kClientWidth = 18720;
-constexpr double kClientHeight = 11520;
 // After a long stall (a suspended laptop) the game resumes instead of replaying hours of ticks.
 constexpr qint64 kLongestCatchUp = 5000;
 // Ticks due within this much of each other are served by one wake-up, at most that much late
@@ -30,15 +29,10 @@ constexpr qint64 kLongestCatchUp = 5000;
 // every tick at its own moment, so the game plays exactly the same.
 constexpr qint64 kShortestSleep = 4;
 
-bool onLinksForm(const MatchForm& f, const Control& c) {
-  const auto& l = f.LinksForm;
-  return &c == &l.Picture1 || &c == &l.Picture2 || &c == &l.Command1 || &c == &l.CDend;
-}
-
 }  // namespace
 
 MatchWindow::MatchWindow(MatchForm& f)
-    : FormWindow(f, kClientWidth, kClientHeight),
+    : FormWindow(f, kMatchClient.width, kMatchClient.height),
       shown_(f.Visible),
       linksShown_(f.LinksForm.Visible),
       lastBack_(f.BackColor) {
@@ -47,10 +41,10 @@ MatchWindow::MatchWindow(MatchForm& f)
 
   // Containers first, so that what they hold can be placed inside them.
   forEachControl(f, [this](Control& c) {
-    if (c.kind == Kind::Frame && !onLinksForm(f_, c)) bind(c);
+    if (c.kind == Kind::Frame && !f_.LinksForm.holds(c)) bind(c);
   });
   forEachControl(f, [this](Control& c) {
-    if (c.kind == Kind::Frame || onLinksForm(f_, c)) return;
+    if (c.kind == Kind::Frame || f_.LinksForm.holds(c)) return;
     if (indexIn(f_.Tnum, c) >= 0) return;  // painted as part of its player
     if (indexIn(f_.Di, c) >= 0) return;    // a store of faces, never shown
     const int player = indexIn(f_.Player, c);
@@ -192,7 +186,7 @@ void MatchWindow::orderTabs() {
   const QRectF pitch = absolute(f_.Grass);
   std::vector<Stop> panels[3];
   forEachControl(f_, [&](Control& c) {
-    QWidget* w = onLinksForm(f_, c) ? nullptr : widgetFor(c.name);
+    QWidget* w = f_.LinksForm.holds(c) ? nullptr : widgetFor(c.name);
     if (w == nullptr || w->focusPolicy() == Qt::NoFocus) return;
     const Control* outer = &c;
     while (outer->parent != nullptr) outer = outer->parent;

@@ -12,6 +12,7 @@
 #include <memory>
 #include <numbers>
 
+#include "ui/layout.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -67,17 +68,16 @@ QRectF square(const QRectF& r) {
 // ---- pitch and goals ---------------------------------------------------------------------
 
 void drawPitch(QPainter& p, const QRectF& r) {
-  // The picture is 16 x 8 squares of 900 with a 15-twip frame all round (14430 x 7230).
-  const double margin = r.width() * 15.0 / 14430.0;
+  const double margin = r.width() * kPitchFrameTwips / kPitchWidth;
   const QRectF board = r.adjusted(margin, margin, -margin, -margin);
-  const double cw = board.width() / 16, ch = board.height() / 8;
+  const double cw = board.width() / kPitchColumns, ch = board.height() / kPitchRows;
 
   p.fillRect(r, kChalk);
   const QColor light = toQColor(kPitchLight), dark = toQColor(kPitchDark);
-  for (int row = 0; row < 8; ++row) {
-    for (int col = 0; col < 16; ++col) {
+  for (int row = 0; row < kPitchRows; ++row) {
+    for (int col = 0; col < kPitchColumns; ++col) {
       // Each half is a chessboard of its own; both start with a light corner at the top left.
-      const bool isLight = ((col % 8) + row) % 2 == 0;
+      const bool isLight = ((col % (kPitchColumns / 2)) + row) % 2 == 0;
       // Edges from the grid, so that neighbouring squares share them exactly.
       const QRectF sq(QPointF(board.left() + col * cw, board.top() + row * ch),
                       QPointF(board.left() + (col + 1) * cw, board.top() + (row + 1) * ch));

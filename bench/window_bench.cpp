@@ -17,6 +17,7 @@
 #include <string>
 
 #include "events/events.h"
+#include "match/codes.h"
 #include "match_window.h"
 #include "pictures.h"
 #include "window_probe.h"
@@ -82,7 +83,7 @@ class Run {
 
   bool still() const {
     return !f_.TimPlace.Enabled() && f_.KickFlag == -1 && !f_.TimSc.Enabled() &&
-           !f_.TimSub.Enabled() && f_.DiceReady == 1;
+           !f_.TimSub.Enabled() && f_.DiceReady == kDiceReady;
   }
 
   // Checks four times a second, outside the measured phases.

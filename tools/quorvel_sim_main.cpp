@@ -1,10 +1,8 @@
 // quorvel-sim: plays whole matches headless, as fast as the machine allows, and prints the
 // results and the throughput. The same seed gives the same results, whatever --jobs says.
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <initializer_list>
 #include <limits>
@@ -13,10 +11,13 @@
 #include <thread>
 #include <vector>
 
+#include "options.h"
 #include "sim.h"
 
 namespace {
 
+using quorvel::options::Parsed;
+using quorvel::options::shown;
 using quorvel::sim::LeftPlayer;
 using quorvel::sim::Mode;
 
@@ -74,33 +75,11 @@ struct Options {
   bool list = false;
 };
 
-// An argument as a message may show it: long ones shortened, control bytes escaped.
-std::string shown(std::string_view s) {
-  constexpr std::size_t kLongest = 40;
-  std::string out;
-  for (std::size_t i = 0; i < s.size() && i < kLongest; ++i) {
-    const auto c = static_cast<unsigned char>(s[i]);
-    if (c >= 0x20 && c < 0x7f) {
-      out += static_cast<char>(c);
-    } else {
-      char hex[5];
-      std::snprintf(hex, sizeof hex, "\\x%02x", c);
-      out += hex;
-    }
-  }
-  if (s.size() > kLongest) out += "...";
-  return out;
-}
+constexpr const char* kTool = "quorvel-sim";
 
-// Reads `text` as a whole number lo..hi for `option`; says what is wrong when it is not.
 bool wholeNumber(const char* option, std::string_view text, std::uint64_t lo, std::uint64_t hi,
                  std::uint64_t& v) {
-  const auto r = std::from_chars(text.data(), text.data() + text.size(), v);
-  if (r.ec == std::errc() && r.ptr == text.data() + text.size() && v >= lo && v <= hi) return true;
-  std::fprintf(stderr, "quorvel-sim: %s takes a whole number %llu..%llu, not '%s'\n", option,
-               static_cast<unsigned long long>(lo), static_cast<unsigned long long>(hi),
-               shown(text).c_str());
-  return false;
+  return quorvel::options::wholeNumber(kTool, option, text, lo, hi, v);
 }
 
 bool oneOf(const char* option, std::string_view text,
@@ -121,8 +100,6 @@ bool iqList(const char* option, const char* text, std::vector<int>& iqs) {
   return false;
 }
 
-enum class Parsed { Run, Help, Bad };
-
 Parsed parse(int argc, char** argv, Options& o) {
   for (int i = 1; i < argc; ++i) {
     const std::string_view a = argv[i];
@@ -139,18 +116,12 @@ Parsed parse(int argc, char** argv, Options& o) {
     }
     static const char* const kTakingValues[] = {"--matches", "--seed", "--first", "--jobs",
                                                 "--mode",    "--left", "--iq",    "--left-iq"};
-    if (std::find(std::begin(kTakingValues), std::end(kTakingValues), a) ==
-        std::end(kTakingValues)) {
-      std::fprintf(stderr, "quorvel-sim: unknown option '%s' (--help lists them)\n",
-                   shown(a).c_str());
-      return Parsed::Bad;
-    }
-    if (i + 1 >= argc) {
-      std::fprintf(stderr, "quorvel-sim: %s needs a value\n", argv[i]);
-      return Parsed::Bad;
-    }
+    if (std::find(std::begin(kTakingValues), std::end(kTakingValues), a) == std::end(kTakingValues))
+      return quorvel::options::unknownOption(kTool, a);
     const char* opt = argv[i];
-    const std::string_view v = argv[++i];
+    const char* value = quorvel::options::valueOf(kTool, argc, argv, i);
+    if (value == nullptr) return Parsed::Bad;
+    const std::string_view v = value;
     std::uint64_t n = 0;
     bool ok = true;
     if (a == "--matches") {
@@ -171,7 +142,7 @@ Parsed parse(int argc, char** argv, Options& o) {
       ok = oneOf(opt, v, {"random", "mirror"});
       o.left = v == "random" ? LeftPlayer::Random : LeftPlayer::Mirror;
     } else {
-      ok = iqList(opt, argv[i], a == "--iq" ? o.iqs : o.leftIqs);
+      ok = iqList(opt, value, a == "--iq" ? o.iqs : o.leftIqs);
     }
     if (!ok) return Parsed::Bad;
   }
@@ -229,26 +200,11 @@ void printTable(const Options& o, const std::vector<std::vector<quorvel::sim::Ta
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  Options o;
-  switch (parse(argc, argv, o)) {
-    case Parsed::Help:
-      std::fputs(kUsage, stdout);
-      return 0;
-    case Parsed::Bad:
-      return 2;
-    case Parsed::Run:
-      break;
-  }
-
-  std::vector<std::vector<quorvel::sim::Tally>> cells(
-      o.iqs.size(), std::vector<quorvel::sim::Tally>(o.leftIqs.size()));
-  quorvel::sim::Tally all;
+// Plays every pairing of IQs into `cells`; the sum of them all into `all`. Returns how many
+// matches did not finish.
+long playCells(const Options& o, std::vector<std::vector<quorvel::sim::Tally>>& cells,
+               quorvel::sim::Tally& all) {
   long unfinished = 0;
-  const auto start = std::chrono::steady_clock::now();
-  const std::clock_t cpuStart = std::clock();
   for (std::size_t r = 0; r < o.iqs.size(); ++r) {
     for (std::size_t c = 0; c < o.leftIqs.size(); ++c) {
       quorvel::sim::Settings s = o.settings;
@@ -286,11 +242,12 @@ int main(int argc, char** argv) {
       all.draws += t.draws;
     }
   }
-  const double wall =
-      std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  const double cpu = static_cast<double>(std::clock() - cpuStart) / CLOCKS_PER_SEC;
+  return unfinished;
+}
 
-  std::printf("quorvel-sim: %ld matches, mode %s, computer IQ", all.matches, modeName(o.mode));
+// One line that says what was run.
+void printRun(const Options& o, long matches) {
+  std::printf("quorvel-sim: %ld matches, mode %s, computer IQ", matches, modeName(o.mode));
   for (int iq : o.iqs) std::printf(" %d", iq);
   if (o.left == LeftPlayer::Random) {
     std::printf(", left random");
@@ -301,6 +258,26 @@ int main(int argc, char** argv) {
   for (const auto& k : kSwitches)
     if (o.settings.*(k.setting) == k.value) std::printf(", %s", k.name.data() + 2);
   std::printf(", seed %llu, jobs %d\n", static_cast<unsigned long long>(o.seed), o.jobs);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Options o;
+  if (const int status = quorvel::options::stopStatus(parse(argc, argv, o), kUsage); status >= 0)
+    return status;
+
+  std::vector<std::vector<quorvel::sim::Tally>> cells(
+      o.iqs.size(), std::vector<quorvel::sim::Tally>(o.leftIqs.size()));
+  quorvel::sim::Tally all;
+  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t cpuStart = std::clock();
+  const long unfinished = playCells(o, cells, all);
+  const double wall =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  const double cpu = static_cast<double>(std::clock() - cpuStart) / CLOCKS_PER_SEC;
+
+  printRun(o, all.matches);
   printSummary(all);
   if (o.left == LeftPlayer::Mirror || o.iqs.size() > 1) printTable(o, cells);
   std::printf(

@@ -35,7 +35,8 @@ void fullTime(MatchForm& f) {
 
 void halfTime(MatchForm& f) {
   f.PlaceMode = kPlaceKickOff;
-  f.KickOffSide = static_cast<Integer>(f.KickOffSide == 1 ? 2 : 1);
+  const bool leftKickedOff = f.KickOffSide == static_cast<Integer>(kLeftSide);
+  f.KickOffSide = static_cast<Integer>(leftKickedOff ? kRightSide : kLeftSide);
   restartKickOff(f, f.KickOffSide);
   SetPlay(f);
   f.HalfHold = 1;

@@ -3,14 +3,17 @@
 // free function over this structure.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <string>
+#include <type_traits>
 
 #include "form/basic.h"
 #include "form/controls.h"
 #include "form/random.h"
 #include "form/scheduler.h"
+#include "match/codes.h"
 
 namespace quorvel {
 
@@ -39,9 +42,19 @@ struct LinksFormState {
   Timer Timer1;                // 7 s: swaps the adverts while the window is open
 
   // Its controls, in layout order.
-  std::array<Control*, 4> controls() { return {&Picture1, &Picture2, &Command1, &CDend}; }
+  std::array<Control*, 4> controls() { return controlsOf(*this); }
+  std::array<const Control*, 4> controls() const { return controlsOf(*this); }
   bool holds(const Control& c) const {
-    return &c == &Picture1 || &c == &Picture2 || &c == &Command1 || &c == &CDend;
+    const auto all = controls();
+    return std::find(all.begin(), all.end(), &c) != all.end();
+  }
+
+ private:
+  // The one list, for both kinds of access.
+  template <typename Self>
+  static auto controlsOf(Self& self)
+      -> std::array<std::conditional_t<std::is_const_v<Self>, const Control*, Control*>, 4> {
+    return {&self.Picture1, &self.Picture2, &self.Command1, &self.CDend};
   }
 };
 
@@ -56,8 +69,8 @@ struct MatchForm {
   Platform platform;  // browser, message box, repaint and quit, as the host provides them
 
   // ---- match flow, die and clock ---------------------------------------------------------
-  Single GameOn = 0;        // kNoMatchYet until the first Start, then kGameOn for good
-  std::string GameEnd;      // "ended" from full time until the next Start, else empty
+  Single GameOn = kNoMatchYet;  // kNoMatchYet until the first Start, then kGameOn for good
+  std::string GameEnd;          // "ended" from full time until the next Start, else empty
   Long GameCount = 0;       // matches started, 1..9999 then 1 again; 1 favours the left kick-off
   Integer KickOffSide = 0;  // side 1 or 2 that kicked off this half
   Integer TimiCount = 0;    // Timi ticks before the first Start, wraps at 32760 to -32760
@@ -76,11 +89,11 @@ struct MatchForm {
   Single FlagCount = 0;                       // flags offered by the last roll, 0..8
   Single OnlyFlag = 0;                        // the one flag offered 0..7, or kNoOnlyFlag
   Integer KickFlag = 0;                       // flag 0..7 of the kick in flight, -1 none
-  Single ClickFrom = 0;                       // origin of the next flag click: kFrom...
+  Single ClickFrom = kFromMouse;              // origin of the next flag click: kFrom...
   double TargetCol = 0, TargetRow = 0;        // square kicked to (column 0 or 17: a shot)
   Integer Receiver = 0;                       // player 1..22 who gets the ball
   double ReceiverDist = 0;                    // his distance to the target (+ rank tie-break)
-  Integer ContestWin = 0;                     // kNoContest, kLeftWonContest, kRightWonContest
+  Integer ContestWin = kNoContest;            // kNoContest, kLeftWonContest, kRightWonContest
   double KickTicks = 0;                       // ball ticks left of the kick, 60 down to 0
   double BallStepX = 0, BallStepY = 0;        // twips the ball moves per ball tick
   double RunStepX = 0, RunStepY = 0;          // twips the receiver runs per ball tick

@@ -6,7 +6,6 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
-#include "shape/shape.h"
 #include "ui/ui.h"
 
 namespace quorvel {

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "match/codes.h"
-#include "match/match.h"
 #include "match/match_form.h"
 #include "ui/ui.h"
 

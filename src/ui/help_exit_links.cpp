@@ -2,7 +2,6 @@
 #include <initializer_list>
 #include <string>
 
-#include "match/match.h"
 #include "match/match_form.h"
 #include "ui/ui.h"
 

@@ -1,7 +1,13 @@
 // The stored layout of the main window and the closing window. The pitch geometry (grass,
 // goals, squares, ball, flags, swatches, substitution boxes, the half-time board) is fixed by
-// the rules; the panels around it are ours. Window client area: 18720 x 11520 twips.
+// the rules; the panels around it are ours.
+#include "ui/layout.h"
+
+#include <array>
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "ui/ui.h"
 
@@ -25,6 +31,27 @@ std::string at(const char* name, int i) {
   return std::string(name) + "(" + std::to_string(i) + ")";
 }
 
+// A button or box with its caption and tip.
+template <typename C>
+C& captioned(C& c, std::string name, double left, double top, double width, double height,
+             const char* caption, const char* tip) {
+  place(c, std::move(name), left, top, width, height).Caption = caption;
+  c.ToolTipText = tip;
+  return c;
+}
+
+struct Spot {
+  double left, top;
+};
+
+// Places the members of a control array, all of one size, at their spots.
+template <typename C, std::size_t N>
+void placeEach(std::array<C, N>& cs, const char* name, const std::array<Spot, N>& spots,
+               double width, double height) {
+  for (std::size_t i = 0; i < N; ++i)
+    place(cs[i], at(name, static_cast<int>(i)), spots[i].left, spots[i].top, width, height);
+}
+
 constexpr Colour kWindow = RGB(223, 230, 218);
 constexpr Colour kPanel = RGB(240, 244, 236);
 constexpr Colour kInk = RGB(24, 36, 24);
@@ -38,7 +65,7 @@ void label(TextBox& t, std::string text, Colour back = kWindow, Colour ink = kIn
 }
 
 void pitch(MatchForm& f) {
-  place(f.Grass, "Grass", 465, 1905, 14430, 7230).Image = "pitch";
+  place(f.Grass, "Grass", 465, 1905, kPitchWidth, kPitchHeight).Image = "pitch";
   place(f.Goal[1], "Goal(1)", 180, 4620, 300, 1800).Image = "goal";
   place(f.Goal[0], "Goal(0)", 14880, 4620, 300, 1800).Image = "goal";
   place(f.Ball, "Ball", 7515, 5355, 330, 330).Image = "ball";
@@ -71,14 +98,10 @@ void pitch(MatchForm& f) {
     d.Visible = false;  // a store of faces, never shown itself
   }
 
-  const char* swatchTip = "Click to change this team colour";
-  place(f.RainB[0], "RainB(0)", 5640, 900, 495, 495);
-  place(f.RainB[1], "RainB(1)", 5640, 390, 495, 495);
-  place(f.RainB[2], "RainB(2)", 9120, 390, 495, 495);
-  place(f.RainB[3], "RainB(3)", 9120, 900, 495, 495);
+  placeEach(f.RainB, "RainB", {{{5640, 900}, {5640, 390}, {9120, 390}, {9120, 900}}}, 495, 495);
   for (auto& s : f.RainB) {
     s.Image = "swatch";
-    s.ToolTipText = swatchTip;
+    s.ToolTipText = "Click to change this team colour";
   }
 
   Picture& board = place(f.PicGame, "PicGame", 5790, 5000, 3780, 1040);
@@ -147,14 +170,11 @@ void teamPanels(MatchForm& f) {
   f.Fra1.BackColor = f.Fra2.BackColor = kPanel;
   f.Fra1.ToolTipText = f.Fra2.ToolTipText = "Formation";
 
-  const char* subTip = "Use this as an opportunity to change Formation";
-  place(f.CHsub[1], "CHsub(1)", 3120, 1455, 580, 420);
-  place(f.CHsub[0], "CHsub(0)", 3705, 1455, 580, 420);
-  place(f.CHsub[2], "CHsub(2)", 10995, 1455, 580, 420);
-  place(f.CHsub[3], "CHsub(3)", 11580, 1455, 580, 420);
+  placeEach(f.CHsub, "CHsub", {{{3705, 1455}, {3120, 1455}, {10995, 1455}, {11580, 1455}}}, 580,
+            420);
   for (auto& c : f.CHsub) {
     c.Caption = "Sub";
-    c.ToolTipText = subTip;
+    c.ToolTipText = "Use this as an opportunity to change Formation";
   }
 
   place(f.Text2, "Text2", 6300, 90, 900, 345);
@@ -170,10 +190,8 @@ void teamPanels(MatchForm& f) {
 }
 
 void controlPanel(MatchForm& f) {
-  place(f.CDgo, "CDgo", 15480, 120, 1440, 480).Caption = "Start";
-  f.CDgo.ToolTipText = "Start a match";
-  place(f.CDhelp, "CDhelp", 17040, 120, 1440, 480).Caption = "Help";
-  f.CDhelp.ToolTipText = "How to play";
+  captioned(f.CDgo, "CDgo", 15480, 120, 1440, 480, "Start", "Start a match");
+  captioned(f.CDhelp, "CDhelp", 17040, 120, 1440, 480, "Help", "How to play");
 
   place(f.Cdice, "Cdice", 15480, 720, 1440, 1440).Image = "die0";
   f.Cdice.BackColor = kWindow;  // neither awaiting nor rolled before the first match
@@ -196,17 +214,19 @@ void controlPanel(MatchForm& f) {
   place(f.TXstart, "TXstart", 15360, 2280, 3240, 345);
   label(f.TXstart, "Num-lock ON to use keypad", kWindow, kGreyGreen);
 
-  place(f.Ch50, "Ch50", 15480, 2700, 3000, 300).Caption = "Dice 50/50 balls";
-  f.Ch50.ToolTipText = "How a ball at equal distance from both sides is settled";
-  f.Ch50.ForeColor = kGreyGreen;
-  place(f.ChAuto, "ChAuto", 15480, 3060, 3000, 300).Caption = "Automate option";
-  f.ChAuto.ToolTipText = "Speed it up by automating when there is only 1 option to choose";
-  place(f.ChtenFIF, "ChtenFIF", 15480, 3420, 1500, 300).Caption = "10/15 secs";
-  f.ChtenFIF.ToolTipText = "Friendly or Competition (360 or 540 moves)";
-  place(f.Chq, "Chq", 17040, 3420, 1440, 300).ToolTipText = "Quickplay";
-  f.Chq.Caption = "Quickplay";
+  captioned(f.Ch50, "Ch50", 15480, 2700, 3000, 300, "Dice 50/50 balls",
+            "How a ball at equal distance from both sides is settled")
+      .ForeColor = kGreyGreen;
+  captioned(f.ChAuto, "ChAuto", 15480, 3060, 3000, 300, "Automate option",
+            "Speed it up by automating when there is only 1 option to choose");
+  captioned(f.ChtenFIF, "ChtenFIF", 15480, 3420, 1500, 300, "10/15 secs",
+            "Friendly or Competition (360 or 540 moves)");
+  captioned(f.Chq, "Chq", 17040, 3420, 1440, 300, "Quickplay", "Quickplay");
   for (CheckBox* c : {&f.Ch50, &f.ChAuto, &f.ChtenFIF, &f.Chq}) c->BackColor = kWindow;
+}
 
+// The computer's settings.
+void modeFrame(MatchForm& f) {
   Frame& mode = place(f.FrameMode, "FrameMode", 15360, 3840, 3240, 2400);
   mode.BackColor = kPanel;
   mode.ToolTipText = "Sow down or speed up Computer's decision making process.";
@@ -235,7 +255,10 @@ void controlPanel(MatchForm& f) {
   place(f.TXai, "TXai", 15480, 6300, 3000, 345);
   label(f.TXai, "AI IQ : 1=dumb : 6=smart", kPanel);
   f.TXai.ToolTipText = "AI IQ : 1=dumb : 6=smart";
+}
 
+// Under the computer's settings: where names come from, the buttons to the web and out.
+void lowerPanel(MatchForm& f) {
   Frame& names = place(f.Frame2, "Frame2", 15360, 6780, 3240, 660);
   names.BackColor = kPanel;
   names.ToolTipText = "Where new team names come from";
@@ -244,13 +267,12 @@ void controlPanel(MatchForm& f) {
   for (auto& o : f.OpName) o.group = 4;
   f.OpName[1].Value = true;  // the source that an IQ of 2 picks
 
-  place(f.cdr, "cdr", 15480, 7560, 3000, 480).Caption = "Random Teams";
-  f.cdr.ToolTipText = "New colours and names for both teams";
-  f.cdr.BackColor = kWindow;
+  captioned(f.cdr, "cdr", 15480, 7560, 3000, 480, "Random Teams",
+            "New colours and names for both teams")
+      .BackColor = kWindow;
   place(f.Command1, "Command1", 15480, 8160, 3000, 600).Image = "site";
   f.Command1.ToolTipText = "Visit the maker's web site";
-  place(f.CDend, "CDend", 15480, 8880, 1440, 480).Caption = "Exit";
-  f.CDend.ToolTipText = "Leave the game";
+  captioned(f.CDend, "CDend", 15480, 8880, 1440, 480, "Exit", "Leave the game");
   place(f.TXver, "TXver", 17040, 8940, 1440, 345);
   label(f.TXver, "ver 1.86");
 
@@ -276,13 +298,61 @@ void linksForm(MatchForm& f) {
   place(l.CDend, "LinksForm.CDend", 4440, 3840, 1680, 480).Caption = "Exit";
 }
 
+struct Styled {
+  std::string_view name;  // ending in "(" or ".": every name that begins so
+  TextStyle style;
+};
+constexpr TextStyle kLeftAligned{12, false, false, Align::Left};
+constexpr Styled kTextStyles[] = {
+    {"Goals(", {34, true}},
+    {"TXgame(", {40, true}},
+    {"TXtim", {20, true}},
+    {"Text2", {17, true}},
+    {"Team(", {16, true}},
+    {"Poses(", {13, true}},
+    {"CDgo", {14, true}},
+    {"CDhelp", {14, true}},
+    {"CDend", {14, true}},
+    {"cdr", {14, true}},
+    {"OPForm(", {12, true}},
+    {"Text1(", {12, true, false, Align::Left}},
+    {"CHsub(", {10, true}},  // four of them share a narrow strip
+    {"TXstart", {12, false, true}},
+    {"Lablurb", {12, false, true}},
+    {"TXver", {11}},
+    {"TXoner", {11, true}},
+    {"Text3", kLeftAligned},
+    {"Text4", kLeftAligned},
+    {"GreyGreen", kLeftAligned},
+    {"LinksForm.", {14, true}},
+};
+constexpr TextStyle kPlainText{12};
+
+bool covers(std::string_view entry, std::string_view name) {
+  const bool many = entry.ends_with('(') || entry.ends_with('.');
+  return many ? name.starts_with(entry) : name == entry;
+}
+
 }  // namespace
+
+Mouth goalMouth(std::string_view name) {
+  // The goal at the right-hand end opens towards the pitch on its left.
+  return name == "Goal(0)" ? Mouth::OpensLeft : Mouth::OpensRight;
+}
+
+TextStyle textStyleFor(std::string_view name) {
+  for (const Styled& s : kTextStyles)
+    if (covers(s.name, name)) return s.style;
+  return kPlainText;
+}
 
 void applyLayout(MatchForm& f) {
   f.BackColor = kWindow;
   pitch(f);
   teamPanels(f);
   controlPanel(f);
+  modeFrame(f);
+  lowerPanel(f);
   linksForm(f);
   f.ActiveControl = f.CDgo.name;
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
-#include <cmath>
 #include <istream>
 #include <limits>
 #include <map>
@@ -11,6 +10,7 @@
 
 #include "ai/ai.h"
 #include "events/events.h"
+#include "match/codes.h"
 #include "match/match.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
@@ -352,7 +352,7 @@ Driver::Status Driver::ball(const Words& w, int lineNo) {
   f.TeamTurn = static_cast<Single>(sideOf(player));
   f.BallCol = static_cast<Integer>(roundEven(f.PlayerCol[player]));
   f.BallRow = static_cast<Integer>(roundEven(f.PlayerRow[player]));
-  f.DiceReady = 1;
+  f.DiceReady = kDiceReady;
   return kOk;
 }
 

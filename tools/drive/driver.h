@@ -1,7 +1,6 @@
 // quorvel-drive's interpreter: runs a match form headless from a script, one command a line.
 #pragma once
 
-#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <string>

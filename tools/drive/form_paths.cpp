@@ -2,9 +2,10 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 #include <type_traits>
+
+#include "match/codes.h"
 
 namespace quorvel {
 
@@ -125,7 +126,7 @@ namespace {
 constexpr Domain kDomains[] = {
     {"TeamTurn", 0, 2, -1e9},   {"BallOwner", 0, 22, -1e9},  {"Receiver", 0, 22, -1e9},
     {"SubOff", 0, 22, -1e9},    {"KickFlag", -1, 7, -1e9},   {"GoalFlag", -1, 7, -1e9},
-    {"GoalSide", 0, 2, -1e9},   {"AIFlag", -1, 7, -1e9},     {"OnlyFlag", 0, 7, 11},
+    {"GoalSide", 0, 2, -1e9},   {"AIFlag", -1, 7, -1e9},     {"OnlyFlag", 0, 7, kNoOnlyFlag},
     {"DiceValue", 0, 7, -1e9},  {"KickOffSide", 0, 2, -1e9}, {"HeadPick", 0, 150, -1e9},
     {"TailPick", 0, 150, -1e9}, {"PlayerCol", 0, 17, -1e9},  {"PlayerRow", 0, 9, -1e9},
     {"BallCol", 0, 17, -1e9},   {"BallRow", 0, 9, -1e9},     {"TargetCol", 0, 17, -1e9},
@@ -239,84 +240,98 @@ std::string FormPaths::resolveVar(std::string_view path, Field& out) const {
   return {};
 }
 
-std::string FormPaths::resolveProperty(Control& c, std::string_view prop, Field& out) const {
-  auto common = [&]() -> bool {
-    if (prop == "Left")
-      out = {Type::Double, &c.Left};
-    else if (prop == "Top")
-      out = {Type::Double, &c.Top};
-    else if (prop == "Width")
-      out = {Type::Double, &c.Width};
-    else if (prop == "Height")
-      out = {Type::Double, &c.Height};
-    else if (prop == "Visible")
-      out = {Type::Bool, &c.Visible};
-    else if (prop == "Enabled")
-      out = {Type::Bool, &c.Enabled};
-    else if (prop == "BackColor")
-      out = {Type::Colour, &c.BackColor};
-    else if (prop == "ForeColor")
-      out = {Type::Colour, &c.ForeColor};
-    else if (prop == "ToolTipText")
-      out = {Type::String, &c.ToolTipText};
-    else
-      return false;
-    return true;
-  };
-  if (common()) return {};
+namespace {
+
+using Field = FormPaths::Field;
+using Type = FormPaths::Type;
+
+// The properties every kind of control has.
+bool commonProperty(Control& c, std::string_view prop, Field& out) {
+  if (prop == "Left")
+    out = {Type::Double, &c.Left};
+  else if (prop == "Top")
+    out = {Type::Double, &c.Top};
+  else if (prop == "Width")
+    out = {Type::Double, &c.Width};
+  else if (prop == "Height")
+    out = {Type::Double, &c.Height};
+  else if (prop == "Visible")
+    out = {Type::Bool, &c.Visible};
+  else if (prop == "Enabled")
+    out = {Type::Bool, &c.Enabled};
+  else if (prop == "BackColor")
+    out = {Type::Colour, &c.BackColor};
+  else if (prop == "ForeColor")
+    out = {Type::Colour, &c.ForeColor};
+  else if (prop == "ToolTipText")
+    out = {Type::String, &c.ToolTipText};
+  else
+    return false;
+  return true;
+}
+
+// The properties of one kind of control.
+bool kindProperty(Control& c, std::string_view prop, Field& out) {
   switch (c.kind) {
     case Kind::Picture:
-      if (prop == "Picture") return out = {Type::Image, &static_cast<Picture&>(c).Image}, "";
+      if (prop == "Picture") return out = {Type::Image, &static_cast<Picture&>(c).Image}, true;
       break;
     case Kind::TextBox: {
       auto& t = static_cast<TextBox&>(c);
-      if (prop == "Text") return out = {Type::String, &t.Text}, "";
-      if (prop == "Locked") return out = {Type::Bool, &t.Locked}, "";
+      if (prop == "Text") return out = {Type::String, &t.Text}, true;
+      if (prop == "Locked") return out = {Type::Bool, &t.Locked}, true;
       break;
     }
     case Kind::CommandButton: {
       auto& b = static_cast<CommandButton&>(c);
-      if (prop == "Caption") return out = {Type::String, &b.Caption}, "";
-      if (prop == "Picture") return out = {Type::Image, &b.Image}, "";
-      if (prop == "Value") return out = {Type::Bool, &b.Value}, "";
+      if (prop == "Caption") return out = {Type::String, &b.Caption}, true;
+      if (prop == "Picture") return out = {Type::Image, &b.Image}, true;
+      if (prop == "Value") return out = {Type::Bool, &b.Value}, true;
       break;
     }
     case Kind::CheckBox: {
       auto& b = static_cast<CheckBox&>(c);
-      if (prop == "Caption") return out = {Type::String, &b.Caption}, "";
+      if (prop == "Caption") return out = {Type::String, &b.Caption}, true;
       if (prop == "Value") {
         out = {Type::Int, &b.Value};
         out.checkBox = true;
-        return {};
+        return true;
       }
       break;
     }
     case Kind::OptionButton: {
       auto& b = static_cast<OptionButton&>(c);
-      if (prop == "Caption") return out = {Type::String, &b.Caption}, "";
-      if (prop == "Value") return out = {Type::Bool, &b.Value}, "";
+      if (prop == "Caption") return out = {Type::String, &b.Caption}, true;
+      if (prop == "Value") return out = {Type::Bool, &b.Value}, true;
       break;
     }
     case Kind::ScrollBar: {
       auto& b = static_cast<ScrollBar&>(c);
-      if (prop == "Min") return out = {Type::Int, &b.Min}, "";
-      if (prop == "Max") return out = {Type::Int, &b.Max}, "";
-      if (prop == "SmallChange") return out = {Type::Int, &b.SmallChange}, "";
-      if (prop == "LargeChange") return out = {Type::Int, &b.LargeChange}, "";
+      if (prop == "Min") return out = {Type::Int, &b.Min}, true;
+      if (prop == "Max") return out = {Type::Int, &b.Max}, true;
+      if (prop == "SmallChange") return out = {Type::Int, &b.SmallChange}, true;
+      if (prop == "LargeChange") return out = {Type::Int, &b.LargeChange}, true;
       if (prop == "Value") {
         out = {Type::Int, &b.Value};
         out.bar = &b;
-        return {};
+        return true;
       }
       break;
     }
     case Kind::Frame:
-      if (prop == "Caption") return out = {Type::String, &static_cast<Frame&>(c).Caption}, "";
+      if (prop == "Caption") return out = {Type::String, &static_cast<Frame&>(c).Caption}, true;
       break;
     case Kind::Label:
-      if (prop == "Caption") return out = {Type::String, &static_cast<Label&>(c).Caption}, "";
+      if (prop == "Caption") return out = {Type::String, &static_cast<Label&>(c).Caption}, true;
       break;
   }
+  return false;
+}
+
+}  // namespace
+
+std::string FormPaths::resolveProperty(Control& c, std::string_view prop, Field& out) const {
+  if (commonProperty(c, prop, out) || kindProperty(c, prop, out)) return {};
   return "a " + std::string(kindName(c.kind)) + " has no property " + quoted(prop);
 }
 
@@ -395,68 +410,76 @@ std::string outsideDomain(const FormPaths::Field& fl, double v) {
 
 // Checks that `text` fits the field; writes it only when `write` is set. Returns the reason it
 // does not fit, or "".
+std::string wrongKind(std::string_view text, const char* what) {
+  return "value " + quoted(text) + " is not " + what;
+}
+
+std::string storeTimer(const FormPaths::Field& fl, std::string_view text, bool write) {
+  if (fl.interval) {
+    long v;
+    if (!parseWhole(text, v) || v < 0 || v > 65535)
+      return wrongKind(text, "an interval of 0..65535 ms");
+    if (write) fl.timer->setInterval(static_cast<int>(v));
+  } else {
+    if (text != "true" && text != "false") return wrongKind(text, "true or false");
+    if (write) fl.timer->setEnabled(text == "true");
+  }
+  return {};
+}
+
+std::string storeWhole(const FormPaths::Field& fl, std::string_view text, bool write) {
+  using T = FormPaths::Type;
+  long v;
+  if (!parseWhole(text, v)) return wrongKind(text, "a whole number");
+  long lo =
+      fl.type == T::Int16 ? std::numeric_limits<Integer>::min() : std::numeric_limits<Long>::min();
+  long hi =
+      fl.type == T::Int16 ? std::numeric_limits<Integer>::max() : std::numeric_limits<Long>::max();
+  if (fl.checkBox) lo = 0, hi = 1;
+  if (fl.bar) lo = std::min(fl.bar->Min, fl.bar->Max), hi = std::max(fl.bar->Min, fl.bar->Max);
+  if (v < lo || v > hi)
+    return "value " + std::to_string(v) + " out of range " + std::to_string(lo) + ".." +
+           std::to_string(hi);
+  if (auto err = outsideDomain(fl, static_cast<double>(v)); !err.empty()) return err;
+  if (write) {
+    if (fl.type == T::Int16)
+      *static_cast<Integer*>(fl.p) = static_cast<Integer>(v);
+    else if (fl.type == T::Int32)
+      *static_cast<Long*>(fl.p) = static_cast<Long>(v);
+    else
+      *static_cast<int*>(fl.p) = static_cast<int>(v);
+  }
+  return {};
+}
+
+template <typename Real>
+std::string storeReal(const FormPaths::Field& fl, std::string_view text, bool write) {
+  Real v;
+  if (!parseReal(text, v)) return wrongKind(text, "a number");
+  if (auto err = outsideDomain(fl, v); !err.empty()) return err;
+  if (write) *static_cast<Real*>(fl.p) = v;
+  return {};
+}
+
 std::string store(const FormPaths::Field& fl, std::string_view text, bool write) {
   using T = FormPaths::Type;
-  auto wrongKind = [&](const char* what) { return "value " + quoted(text) + " is not " + what; };
-  if (fl.timer) {
-    if (fl.interval) {
-      long v;
-      if (!parseWhole(text, v) || v < 0 || v > 65535)
-        return wrongKind("an interval of 0..65535 ms");
-      if (write) fl.timer->setInterval(static_cast<int>(v));
-    } else {
-      if (text != "true" && text != "false") return wrongKind("true or false");
-      if (write) fl.timer->setEnabled(text == "true");
-    }
-    return {};
-  }
+  if (fl.timer) return storeTimer(fl, text, write);
   switch (fl.type) {
     case T::Int16:
     case T::Int32:
-    case T::Int: {
-      long v;
-      if (!parseWhole(text, v)) return wrongKind("a whole number");
-      long lo = fl.type == T::Int16 ? std::numeric_limits<Integer>::min()
-                                    : std::numeric_limits<Long>::min();
-      long hi = fl.type == T::Int16 ? std::numeric_limits<Integer>::max()
-                                    : std::numeric_limits<Long>::max();
-      if (fl.checkBox) lo = 0, hi = 1;
-      if (fl.bar) lo = std::min(fl.bar->Min, fl.bar->Max), hi = std::max(fl.bar->Min, fl.bar->Max);
-      if (v < lo || v > hi)
-        return "value " + std::to_string(v) + " out of range " + std::to_string(lo) + ".." +
-               std::to_string(hi);
-      if (auto err = outsideDomain(fl, static_cast<double>(v)); !err.empty()) return err;
-      if (write) {
-        if (fl.type == T::Int16)
-          *static_cast<Integer*>(fl.p) = static_cast<Integer>(v);
-        else if (fl.type == T::Int32)
-          *static_cast<Long*>(fl.p) = static_cast<Long>(v);
-        else
-          *static_cast<int*>(fl.p) = static_cast<int>(v);
-      }
-      return {};
-    }
-    case T::Float: {
-      float v;
-      if (!parseReal(text, v)) return wrongKind("a number");
-      if (auto err = outsideDomain(fl, v); !err.empty()) return err;
-      if (write) *static_cast<Single*>(fl.p) = v;
-      return {};
-    }
-    case T::Double: {
-      double v;
-      if (!parseReal(text, v)) return wrongKind("a number");
-      if (auto err = outsideDomain(fl, v); !err.empty()) return err;
-      if (write) *static_cast<double*>(fl.p) = v;
-      return {};
-    }
+    case T::Int:
+      return storeWhole(fl, text, write);
+    case T::Float:
+      return storeReal<Single>(fl, text, write);
+    case T::Double:
+      return storeReal<double>(fl, text, write);
     case T::Bool:
-      if (text != "true" && text != "false") return wrongKind("true or false");
+      if (text != "true" && text != "false") return wrongKind(text, "true or false");
       if (write) *static_cast<bool*>(fl.p) = text == "true";
       return {};
     case T::Colour: {
       auto c = parseHex(text);
-      if (!c) return wrongKind("a colour #rrggbb");
+      if (!c) return wrongKind(text, "a colour #rrggbb");
       if (write) *static_cast<Colour*>(fl.p) = *c;
       return {};
     }
@@ -525,28 +548,19 @@ std::string FormPaths::dump() const {
     const bool plain = fl.timer ? true : (numeric(fl.type) || fl.type == Type::Bool);
     out += plain ? read(fl) : escapeJson(read(fl));
   };
+  auto emitVar = [&](const std::string& key) {
+    Field fl{};
+    resolveVar(key, fl);
+    emit(key, fl);
+  };
   for (const std::string& name : varOrder_) {
     const Var& v = vars_.at(name);
-    if (v.dims == 0) {
-      Field fl{};
-      resolveVar(name, fl);
-      emit(name, fl);
-      continue;
-    }
-    for (int i = 0; i < v.size[0]; ++i) {
-      if (v.dims == 1) {
-        const std::string key = name + "(" + std::to_string(i) + ")";
-        Field fl{};
-        resolveVar(key, fl);
-        emit(key, fl);
-        continue;
-      }
-      for (int j = 0; j < v.size[1]; ++j) {
-        const std::string key = name + "(" + std::to_string(i) + "," + std::to_string(j) + ")";
-        Field fl{};
-        resolveVar(key, fl);
-        emit(key, fl);
-      }
+    if (v.dims == 0) emitVar(name);
+    for (int i = 0; v.dims > 0 && i < v.size[0]; ++i) {
+      const std::string row = name + "(" + std::to_string(i);
+      if (v.dims == 1) emitVar(row + ")");
+      for (int j = 0; v.dims == 2 && j < v.size[1]; ++j)
+        emitVar(row + "," + std::to_string(j) + ")");
     }
   }
   static const char* const kProps[] = {

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "events/events.h"
+#include "match/codes.h"
 #include "match/match.h"
 #include "ui/ui.h"
 
@@ -228,7 +229,7 @@ bool Harness::checkNow() {
 bool Harness::check() {
   const MatchForm& f = *form_;
   if (failed() || !checkNames() || !checkTeamColours()) return false;
-  if (f.GameOn == 0) {
+  if (f.GameOn == kNoMatchYet) {
     baseline();
     return true;
   }
@@ -266,7 +267,7 @@ bool Harness::checkSideToPlay() {
 // A roll accepted: from the owner's square, during a match, while nobody walks.
 bool Harness::checkRoll() {
   const MatchForm& f = *form_;
-  if (seen_.diceReady == 1 && f.DiceReady == -1) {
+  if (seen_.diceReady == kDiceReady && f.DiceReady == kDiceRolled) {
     ++counts_.rolls;
     const int p = static_cast<int>(f.BallOwner);
     if (f.BallCol != f.PlayerCol[p] || f.BallRow != f.PlayerRow[p])
@@ -367,7 +368,7 @@ bool Harness::checkPlacement() {
     return "(" + std::to_string(static_cast<int>(f.PlayerCol[i])) + ", " +
            std::to_string(static_cast<int>(f.PlayerRow[i])) + ")";
   };
-  const int forward = f.TeamTurn == 1 ? 9 : 20;
+  const int forward = f.TeamTurn == kLeftSide ? 9 : 20;
   if (at(1) != "(1, 4)" || at(12) != "(16, 5)")
     return breakPromise("the keepers were placed on " + at(1) + " and " + at(12));
   if (at(forward) != (forward == 9 ? "(8, 5)" : "(9, 4)"))

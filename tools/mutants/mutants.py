@@ -105,8 +105,10 @@ def tests(jobs):
     if run([str(BUILD / "tests" / "quorvel_tests"), "--gtest_filter=Signature.*"], ROOT,
            TEST_TIMEOUT) != 0:
         return 1
+    # The tools' argument checks (args.*) need programs the copy does not build, and no fault
+    # touches them.
     return run(["ctest", "--test-dir", str(BUILD), "-j", str(jobs), "--stop-on-failure",
-                "--timeout", str(TEST_TIMEOUT)], ROOT, TEST_TIMEOUT * 10)
+                "--timeout", str(TEST_TIMEOUT), "-E", r"^args\."], ROOT, TEST_TIMEOUT * 10)
 
 
 def main():

@@ -1,0 +1,44 @@
+// How the stored layout is presented, as plain data a window reads: the two windows' client
+// areas, the pitch picture's grid, which way each goal opens, and the text style of every
+// control, looked up by the control's name. Positions and texts are set by applyLayout (ui.h).
+#pragma once
+
+#include <string_view>
+
+namespace quorvel {
+
+// A window's client area in twips (15 to a pixel at scale 1).
+struct ClientSize {
+  double width;
+  double height;
+};
+inline constexpr ClientSize kMatchClient{18720, 11520};
+// The closing window: its pictures and buttons with a margin all round.
+inline constexpr ClientSize kLinksClient{6240, 4440};
+
+// The pitch picture: two chessboards side by side, squares of kSquareTwips, framed by a thin
+// chalk line all round.
+inline constexpr int kPitchColumns = 16;
+inline constexpr int kPitchRows = 8;
+inline constexpr double kSquareTwips = 900;
+inline constexpr double kPitchFrameTwips = 15;
+inline constexpr double kPitchWidth = kPitchColumns * kSquareTwips + 2 * kPitchFrameTwips;
+inline constexpr double kPitchHeight = kPitchRows * kSquareTwips + 2 * kPitchFrameTwips;
+
+// Seen from above, a goal opens towards the pitch.
+enum class Mouth { OpensRight, OpensLeft };
+// The way goal picture `name` opens; any other name opens right.
+Mouth goalMouth(std::string_view name);
+
+enum class Align { Centre, Left };
+
+struct TextStyle {
+  double px;  // pixel size at scale 1
+  bool bold = false;
+  bool italic = false;
+  Align align = Align::Centre;  // where a text box sets its text
+};
+// The style of control `name`'s text.
+TextStyle textStyleFor(std::string_view name);
+
+}  // namespace quorvel
