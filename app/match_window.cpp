@@ -28,6 +28,13 @@ constexpr qint64 kLongestCatchUp = 5000;
 // (the ball's and a kick's), so that a flight still ends on time. Virtual time still runs
 // every tick at its own moment, so the game plays exactly the same.
 constexpr qint64 kShortestSleep = 4;
+// A slow timer's tick (the team panel's second, the computer's think) waits for the next
+// tick of a fast one, so that the two share a wake-up: nobody sees it 15 ms late. A tick that
+// changes nothing on show (the start-up count, all through the wait for Start) needs no
+// wake-up of its own: it runs when the window next catches up, well before a person's input
+// or a long stall could need it.
+constexpr Lateness kAllowedLateness{.slowTimer = 100, .slowTick = 15, .quietTick = 1000};
+static_assert(kAllowedLateness.quietTick < kLongestCatchUp, "a quiet tick's wait is no stall");
 
 }  // namespace
 
@@ -116,11 +123,20 @@ void MatchWindow::startClock() {
 
 void MatchWindow::tick() {
   const std::int64_t before = f_.Sched.ticksRun();
+  const std::int64_t shownBefore = f_.Sched.shownTicksRun();
   catchUp();
   // Spaced from when the served tick was due, not from when the pump woke, so that a late
   // wake-up does not push every later tick of a flight or a walk later still.
   if (f_.Sched.ticksRun() != before) lastServed_ = armedAt_;
-  refresh();
+  showTicks(shownBefore);
+}
+
+void MatchWindow::showTicks(std::int64_t shownBefore) {
+  // Ticks that change nothing on show (the start-up count) need no look at the widgets.
+  if (f_.Sched.shownTicksRun() == shownBefore)
+    schedulePump();
+  else
+    refresh();
 }
 
 void MatchWindow::catchUp() {
@@ -133,7 +149,7 @@ void MatchWindow::catchUp() {
 }
 
 void MatchWindow::schedulePump() {
-  const Millis due = f_.Sched.nextDue();
+  const Millis due = f_.Sched.nextWake(kAllowedLateness);
   if (!clock_.isValid() || modal_ > 0 || f_.Ended || due == Scheduler::kNever) {
     pump_.stop();  // a message box, or the end, restarts it
     return;
@@ -145,8 +161,9 @@ void MatchWindow::schedulePump() {
 }
 
 void MatchWindow::pump(Millis ms) {
+  const std::int64_t shownBefore = f_.Sched.shownTicksRun();
   if (ms > 0) f_.Sched.advance(ms);
-  refresh();
+  showTicks(shownBefore);
 }
 
 void MatchWindow::refresh() {

@@ -21,8 +21,8 @@ class MatchWindow : public FormWindow {
 
   // From now on the model keeps pace with the wall clock.
   void startClock();
-  // Moves virtual time on by `ms` and brings both windows up to date: the pump's own step,
-  // and how tests drive time without a clock.
+  // Moves virtual time on by `ms` and, if a tick that may change what is on show ran, brings
+  // both windows up to date: how tests drive time without a clock.
   void pump(Millis ms);
   // Brings both windows up to date with the model: visibility, widgets, focus.
   void refresh();
@@ -38,6 +38,9 @@ class MatchWindow : public FormWindow {
   void tick();
   // Brings virtual time up to the wall clock, running the ticks due meanwhile.
   void catchUp();
+  // After ticks: brings both windows up to date, unless no tick since the scheduler's count
+  // `shownBefore` could have changed what is on show; then only sets the next wake-up.
+  void showTicks(std::int64_t shownBefore);
   // Sets the pump to wake when the next tick is due.
   void schedulePump();
   void showMessage(const Message& m);

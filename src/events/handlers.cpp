@@ -15,7 +15,9 @@ namespace {
 // Ticks due at the same millisecond run in the order of this table.
 void bindTimers(MatchForm& f) {
   Scheduler& s = f.Sched;
-  s.add(f.Timi, [&f] { Timi_Timer(f); });
+  // The start-up count ticks all through the wait for Start, and only counts.
+  const auto startUpCount = [&f] { Timi_Timer(f); };
+  s.add(f.Timi, startUpCount, OnShow::changesNothing);
   s.add(f.TimPlace, [&f] { TimPlace_Timer(f); });
   s.add(f.TimB, [&f] { TimB_Timer(f); });
   s.add(f.TimSc, [&f] { TimSc_Timer(f); });

@@ -33,8 +33,8 @@ Millis Timer::due() const {
   return start_ + (fired_ + 1) * static_cast<Millis>(interval_);
 }
 
-void Scheduler::add(Timer& timer, std::function<void()> handler) {
-  entries_.push_back(Entry{&timer, std::move(handler)});
+void Scheduler::add(Timer& timer, std::function<void()> handler, OnShow onShow) {
+  entries_.push_back(Entry{&timer, std::move(handler), onShow});
 }
 
 Scheduler::Entry* Scheduler::dueBy(Millis limit) {
@@ -50,10 +50,19 @@ Scheduler::Entry* Scheduler::dueBy(Millis limit) {
   return best;
 }
 
-Millis Scheduler::nextDue() const {
-  Millis best = kNever;
-  for (const Entry& e : entries_) best = std::min(best, e.timer->due());
-  return best;
+Millis Scheduler::nextWake(const Lateness& allowed) const {
+  Millis fastDue = kNever, slowDue = kNever, quietDue = kNever;
+  for (const Entry& e : entries_) {
+    Millis& next = e.onShow == OnShow::changesNothing         ? quietDue
+                   : e.timer->Interval() >= allowed.slowTimer ? slowDue
+                                                              : fastDue;
+    next = std::min(next, e.timer->due());
+  }
+  Millis wake = slowDue < fastDue && fastDue - slowDue <= allowed.slowTick
+                    ? fastDue
+                    : std::min(fastDue, slowDue);
+  if (quietDue != kNever) wake = std::min(wake, quietDue + allowed.quietTick);
+  return wake;
 }
 
 bool Scheduler::step(Millis limit) {
@@ -62,6 +71,7 @@ bool Scheduler::step(Millis limit) {
   now_ = e->timer->due();
   ++e->timer->fired_;
   ++ticksRun_;
+  if (e->onShow == OnShow::mayChange) ++shownTicksRun_;
   e->handler();
   return true;
 }

@@ -43,6 +43,17 @@ class Timer {
   std::int64_t fired_ = 0;  // ticks fired since start_
 };
 
+// Whether a timer's ticks can change anything a window shows.
+enum class OnShow { mayChange, changesNothing };
+
+// How late a window may serve a tick on the wall clock, so that one wake-up serves several.
+// Virtual time still runs every tick at its own moment: the game plays the same.
+struct Lateness {
+  int slowTimer;     // a timer of this interval (ms) or more is slow
+  Millis slowTick;   // a slow tick waits this long for the next tick of a faster timer
+  Millis quietTick;  // a tick that changes nothing on show waits this long for any other
+};
+
 class Scheduler {
  public:
   static constexpr Millis kNever = std::numeric_limits<Millis>::max();
@@ -50,7 +61,7 @@ class Scheduler {
   Millis now() const { return now_; }
 
   // Timers are registered in table order; ticks due at the same millisecond run in that order.
-  void add(Timer& timer, std::function<void()> handler);
+  void add(Timer& timer, std::function<void()> handler, OnShow onShow = OnShow::mayChange);
 
   // Runs every tick due up to and including now() + ms, in time order; time then stands there.
   // A handler that keeps re-arming timers at the same moment is stopped after `maxTicks`
@@ -67,20 +78,26 @@ class Scheduler {
   }
 
   std::int64_t ticksRun() const { return ticksRun_; }
+  // Ticks run by timers that may change what is on show: while this stands still, a window
+  // need not look the model over.
+  std::int64_t shownTicksRun() const { return shownTicksRun_; }
 
-  // Virtual time of the earliest tick of any running timer; kNever when none runs. A window
-  // can sleep until then: nothing changes before it but what the person does.
-  Millis nextDue() const;
+  // When a window should next wake to serve the ticks: the earliest moment by which some tick
+  // would be later than `allowed` lets it be; kNever when no timer runs. Nothing changes
+  // before it but what the person does.
+  Millis nextWake(const Lateness& allowed) const;
 
  private:
   struct Entry {
     Timer* timer;
     std::function<void()> handler;
+    OnShow onShow;
   };
   Entry* dueBy(Millis limit);
 
   Millis now_ = 0;
   std::int64_t ticksRun_ = 0;
+  std::int64_t shownTicksRun_ = 0;
   std::vector<Entry> entries_;
 };
 

@@ -96,8 +96,12 @@ class MatchWindowTest : public QObject {
     QCOMPARE(g.widget("OPForm(0)")->parentWidget(), g.widget("Fra1"));
     QCOMPARE(g.widget("OPForm(0)")->pos(), QPoint(6, 24));
 
-    // The model's changes show.
+    // The model's changes show, once a tick that may change what is on show has run.
     g.f->CDgo.Caption = "Again";
+    g.w->pump(15);  // only the start-up count ticks: nothing is looked at
+    QCOMPARE(g.widget<QPushButton>("CDgo")->text(), QStringLiteral("Start"));
+    g.w->pump(1000);  // the team panel's tick
+    QCOMPARE(g.widget<QPushButton>("CDgo")->text(), QStringLiteral("Again"));
     g.f->TXoner.Visible = true;
     g.f->Goals[1].BackColor = RGB(10, 20, 30);
     g.f->Chq.Value = 1;
@@ -107,8 +111,7 @@ class MatchWindowTest : public QObject {
     g.f->Ball.Left += 900;
     g.f->ActiveControl = "CDhelp";
     g.f->BackColor = RGB(200, 10, 10);
-    g.w->pump(0);
-    QCOMPARE(g.widget<QPushButton>("CDgo")->text(), QStringLiteral("Again"));
+    g.w->refresh();
     QVERIFY(g.widget("TXoner")->isVisible());
     QCOMPARE(g.widget("Goals(1)")->palette().color(QPalette::Base), QColor(10, 20, 30));
     QVERIFY(g.widget<QCheckBox>("Chq")->isChecked());

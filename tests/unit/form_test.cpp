@@ -58,6 +58,35 @@ TEST(Scheduler, TicksDueTogetherRunInTableOrderAndHandlersSeeTheirOwnTime) {
   EXPECT_EQ(zero.due(), Scheduler::kNever);
 }
 
+TEST(Scheduler, AWindowWakesOnceForTicksCloseTogetherAndNeverJustForQuietOnes) {
+  Clock c;
+  Timer fast(c.s, "fast", 15, true), slow(c.s, "slow", 1000, true), quiet(c.s, "quiet", 15, true);
+  c.s.add(fast, [] {});
+  c.s.add(slow, [] {});
+  c.s.add(
+      quiet, [] {}, OnShow::changesNothing);
+  c.s.advance(990);  // fast and quiet next at 1005, slow at 1000
+  EXPECT_EQ(c.s.ticksRun(), 132);
+  EXPECT_EQ(c.s.shownTicksRun(), 66);
+  const auto wake = [&c](int slowTimer, Millis slowTick, Millis quietTick = 1000) {
+    return c.s.nextWake({slowTimer, slowTick, quietTick});
+  };
+  EXPECT_EQ(wake(100, 5), 1005);
+  EXPECT_EQ(wake(100, 4), 1000);    // too long to wait
+  EXPECT_EQ(wake(1000, 15), 1005);  // an interval of `slowTimer` is slow
+  EXPECT_EQ(wake(1001, 15), 1000);  // both fast: the earliest
+  fast.setEnabled(false);
+  EXPECT_EQ(wake(100, 15), 1000);  // nothing to wait for: on time
+  slow.setEnabled(false);
+  EXPECT_EQ(wake(100, 15), 2005);  // the quiet one waits as long as it may
+  EXPECT_EQ(wake(100, 15, 0), 1005);
+  c.s.advance(1010);  // its ticks run all the same
+  EXPECT_EQ(c.s.ticksRun(), 132 + 67);
+  EXPECT_EQ(c.s.shownTicksRun(), 66);
+  quiet.setEnabled(false);
+  EXPECT_EQ(wake(100, 15), Scheduler::kNever);
+}
+
 TEST(Random, SeedAloneDecidesTheSequenceAfterTheForcedDraws) {
   Random a(9), b(2);
   a.force({0.25, 0.5});

@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
+#include "form_paths.h"
 #include "support.h"
 #include "ui/ui.h"
 
@@ -30,6 +32,28 @@ TEST(Load, AutomaticPlayIsOffAndTheStartUpCounterWraps) {
   EXPECT_EQ(f->TimiCount, 32760);
   f->Sched.advance(15);
   EXPECT_EQ(f->TimiCount, -32760);
+}
+
+TEST(Load, WhileWaitingForStartTicksThatShowNothingChangeNothingButTheirCount) {
+  auto f = newMatchForm(7);
+  const auto shown = [&f] {  // everything but the count itself
+    std::string all = FormPaths(*f).dump();
+    const std::size_t at = all.find("\"TimiCount\":");
+    return all.erase(at, all.find(',', at) - at);
+  };
+  int quiet = 0;
+  for (std::string before = shown(); f->Sched.now() < 2100;) {
+    const std::int64_t showing = f->Sched.shownTicksRun();
+    ASSERT_TRUE(f->Sched.step(Scheduler::kNever));
+    std::string after = shown();
+    if (f->Sched.shownTicksRun() == showing) {
+      ++quiet;
+      ASSERT_EQ(after, before) << "at " << f->Sched.now();
+    }
+    before = std::move(after);
+  }
+  EXPECT_EQ(quiet, 140);
+  EXPECT_EQ(f->Sched.shownTicksRun(), 2);  // the team panel's, once a second
 }
 
 // The rest of Start is read off by the start_and_walk and start_during_last_goal scenarios.
