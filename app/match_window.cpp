@@ -31,8 +31,8 @@ constexpr qint64 kShortestSleep = 4;
 // A slow timer's tick (the team panel's second, the computer's think) waits for the next
 // tick of a fast one, so that the two share a wake-up: nobody sees it 15 ms late. A tick that
 // changes nothing on show (the start-up count, all through the wait for Start) needs no
-// wake-up of its own: it runs when the window next catches up, well before a person's input
-// or a long stall could need it.
+// wake-up of its own: it runs at the next wake-up for anything else, or as soon as a click or
+// a key brings virtual time up to the wall clock, before the game sees the input.
 constexpr Lateness kAllowedLateness{.slowTimer = 100, .slowTick = 15, .quietTick = 1000};
 static_assert(kAllowedLateness.quietTick < kLongestCatchUp, "a quiet tick's wait is no stall");
 

@@ -41,7 +41,7 @@ class MatchWindow : public FormWindow {
   // After ticks: brings both windows up to date, unless no tick since the scheduler's count
   // `shownBefore` could have changed what is on show; then only sets the next wake-up.
   void showTicks(std::int64_t shownBefore);
-  // Sets the pump to wake when the next tick is due.
+  // Sets the pump to wake when the next ticks must be served (as late as each one may be).
   void schedulePump();
   void showMessage(const Message& m);
   void applyFocus();
