@@ -71,6 +71,7 @@ bool Scheduler::step(Millis limit) {
   now_ = e->timer->due();
   ++e->timer->fired_;
   ++ticksRun_;
+  lastRun_ = e->timer;
   if (e->onShow == OnShow::mayChange) ++shownTicksRun_;
   e->handler();
   return true;

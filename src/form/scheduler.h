@@ -78,6 +78,8 @@ class Scheduler {
   }
 
   std::int64_t ticksRun() const { return ticksRun_; }
+  // The timer whose tick ran last; null before the first.
+  const Timer* lastRun() const { return lastRun_; }
   // Ticks run by timers that may change what is on show: while this stands still, a window
   // need not look the model over.
   std::int64_t shownTicksRun() const { return shownTicksRun_; }
@@ -98,6 +100,7 @@ class Scheduler {
   Millis now_ = 0;
   std::int64_t ticksRun_ = 0;
   std::int64_t shownTicksRun_ = 0;
+  const Timer* lastRun_ = nullptr;
   std::vector<Entry> entries_;
 };
 

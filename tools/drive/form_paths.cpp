@@ -538,29 +538,21 @@ std::string FormPaths::compare(std::string_view path, std::string_view value, bo
   return {};
 }
 
-std::string FormPaths::dump() const {
-  std::string out = "{";
-  bool first = true;
-  auto emit = [&](const std::string& key, const Field& fl) {
-    if (!first) out += ",";
-    first = false;
-    out += escapeJson(key) + ":";
-    const bool plain = fl.timer ? true : (numeric(fl.type) || fl.type == Type::Bool);
-    out += plain ? read(fl) : escapeJson(read(fl));
-  };
-  auto emitVar = [&](const std::string& key) {
+std::vector<std::pair<std::string, FormPaths::Field>> FormPaths::fields() const {
+  std::vector<std::pair<std::string, Field>> all;
+  auto addVar = [&](const std::string& key) {
     Field fl{};
     resolveVar(key, fl);
-    emit(key, fl);
+    all.emplace_back(key, fl);
   };
   for (const std::string& name : varOrder_) {
     const Var& v = vars_.at(name);
-    if (v.dims == 0) emitVar(name);
+    if (v.dims == 0) addVar(name);
     for (int i = 0; v.dims > 0 && i < v.size[0]; ++i) {
       const std::string row = name + "(" + std::to_string(i);
-      if (v.dims == 1) emitVar(row + ")");
+      if (v.dims == 1) addVar(row + ")");
       for (int j = 0; v.dims == 2 && j < v.size[1]; ++j)
-        emitVar(row + "," + std::to_string(j) + ")");
+        addVar(row + "," + std::to_string(j) + ")");
     }
   }
   static const char* const kProps[] = {
@@ -570,24 +562,39 @@ std::string FormPaths::dump() const {
   forEachControl(f_, [&](Control& c) {
     for (const char* prop : kProps) {
       Field fl{};
-      if (resolveProperty(c, prop, fl).empty()) emit(c.name + "." + prop, fl);
+      if (resolveProperty(c, prop, fl).empty()) all.emplace_back(c.name + "." + prop, fl);
     }
   });
   for (const auto& [name, t] : timers_) {
     Field en{Type::Bool, nullptr};
     en.timer = t;
-    emit(name + ".Enabled", en);
+    all.emplace_back(name + ".Enabled", en);
     Field iv{Type::Int, nullptr};
     iv.timer = t;
     iv.interval = true;
-    emit(name + ".Interval", iv);
+    all.emplace_back(name + ".Interval", iv);
   }
   for (const char* special :
        {"MatchForm.BackColor", "MatchForm.Visible", "LinksForm.Visible", "ActiveControl",
         "LastMessage.Title", "LastMessage.Text", "LastPage"}) {
     Field fl{};
     resolve(special, fl);
-    emit(special, fl);
+    all.emplace_back(special, fl);
+  }
+  return all;
+}
+
+std::string FormPaths::text(const Field& field) {
+  return read(field);
+}
+
+std::string FormPaths::dump() const {
+  std::string out = "{";
+  for (const auto& [key, fl] : fields()) {
+    if (out.size() > 1) out += ",";
+    out += escapeJson(key) + ":";
+    const bool plain = fl.timer ? true : (numeric(fl.type) || fl.type == Type::Bool);
+    out += plain ? read(fl) : escapeJson(read(fl));
   }
   return out + "}";
 }

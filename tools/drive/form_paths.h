@@ -9,6 +9,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "match/match_form.h"
@@ -50,6 +51,12 @@ class FormPaths {
     bool interval = false;
     const Domain* domain = nullptr;  // the values a variable used as an index may take
   };
+
+  // Every value of the state by its path, in the dump's order: the variables, every property
+  // of every control, the timers, then the windows' own values.
+  std::vector<std::pair<std::string, Field>> fields() const;
+  // A value as a script reads it.
+  static std::string text(const Field& field);
 
  private:
   struct Var {

@@ -41,7 +41,8 @@ bool over(const MatchForm& f) {
 // is always a person; the right side is one too except in "Play Left vs AI".
 class People {
  public:
-  People(const Settings& s, std::uint64_t seed) : s_(s), rng_(seed ^ 0x5bd1e995u) {}
+  People(const Settings& s, std::uint64_t seed, const MomentObserver& seen)
+      : s_(s), seen_(seen), rng_(seed ^ 0x5bd1e995u) {}
 
   // True when an action changed the state of the turn.
   bool act(MatchForm& f) {
@@ -63,26 +64,36 @@ class People {
   void chooseFormation(MatchForm& f) {
     if (s_.left != LeftPlayer::Mirror) return;
     const int k = mirroredFormation(f, s_.leftIq);
-    if (k >= 0 && !f.OPForm[k].Value) userClick(f, f.OPForm[k]);
+    if (k >= 0 && !f.OPForm[k].Value) click(f, f.OPForm[k]);
   }
 
  private:
   // "Mouse vs Keys" gives the right side the keys; everyone else uses the mouse.
   bool keys(int side) const { return side == 2 && s_.mode == Mode::Keys; }
 
+  void click(MatchForm& f, Control& c) {
+    userClick(f, c);
+    if (seen_) seen_(f, "click " + c.name);
+  }
+
+  void key(MatchForm& f, int keyAscii) {
+    userKey(f, keyAscii);
+    if (seen_) seen_(f, std::string("key ") + static_cast<char>(keyAscii));
+  }
+
   void roll(MatchForm& f, int side) {
     if (keys(side))
-      userKey(f, kRollKey);
+      key(f, kRollKey);
     else
-      userClick(f, f.Cdice);
+      click(f, f.Cdice);
   }
 
   void kick(MatchForm& f, int side, int d) {
     if (d < 0 || d > 7) return;
     if (keys(side))
-      userKey(f, kFlagKeys[d]);
+      key(f, kFlagKeys[d]);
     else
-      userClick(f, f.CDdest[d]);
+      click(f, f.CDdest[d]);
   }
 
   int choose(MatchForm& f, int side) {
@@ -95,6 +106,7 @@ class People {
   }
 
   const Settings& s_;
+  const MomentObserver& seen_;
   std::mt19937_64 rng_;  // the random player's own hand, apart from the game's dice
 };
 
@@ -204,20 +216,25 @@ int mirroredFormation(MatchForm& f, int iq) {
 }
 
 MatchResult playMatch(const Settings& setup, std::uint64_t seed,
-                      const std::function<void(MatchForm&)>& atEnd) {
+                      const std::function<void(MatchForm&)>& atEnd,
+                      const MomentObserver& onMoment) {
   MatchResult r;
   r.seed = seed;
   auto form = newMatchForm(seed);
   MatchForm& f = *form;
   prepare(f, setup);
-  People people(setup, seed);
+  People people(setup, seed, onMoment);
   people.chooseFormation(f);
   userClick(f, f.CDgo);
+  if (onMoment) onMoment(f, "click CDgo");
 
   bool exchange = false;
   while (!over(f)) {
     if (f.Sched.now() > kMatchLimitMs) break;
-    if (!people.act(f) && !f.Sched.step(f.Sched.now() + kMatchLimitMs)) break;
+    if (!people.act(f)) {
+      if (!f.Sched.step(f.Sched.now() + kMatchLimitMs)) break;
+      if (onMoment) onMoment(f, f.Sched.lastRun()->name());
+    }
     if (f.TimSub.Enabled() != exchange) {
       exchange = !exchange;
       if (exchange) ++r.subs[f.TeamTurn == kRightSide ? 2 : 1];

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "match/match_form.h"
@@ -40,10 +41,15 @@ struct MatchResult {
 // The seed of match `index` of a run seeded with `seed`.
 std::uint64_t matchSeed(std::uint64_t seed, std::uint64_t index);
 
+// Sees the form after each input of the people at the controls ("click Cdice", "key 5") and
+// after each timer's tick (the timer's name).
+using MomentObserver = std::function<void(MatchForm&, std::string_view what)>;
+
 // One whole match, from Start to the final whistle (and the last goal's celebration).
-// `atEnd`, when given, sees the form as the match left it.
+// `atEnd`, when given, sees the form as the match left it; `onMoment` sees every step on the way.
 MatchResult playMatch(const Settings& setup, std::uint64_t seed,
-                      const std::function<void(MatchForm&)>& atEnd = nullptr);
+                      const std::function<void(MatchForm&)>& atEnd = nullptr,
+                      const MomentObserver& onMoment = nullptr);
 
 // Matches first..first+count-1 of the run seeded with `seed`, spread over `jobs` threads;
 // results in match order, the same for any number of jobs.

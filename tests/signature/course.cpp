@@ -1,0 +1,275 @@
+#include "course.h"
+
+#include <cstring>
+#include <functional>
+#include <iomanip>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "form_paths.h"
+
+namespace quorvel::course {
+
+namespace {
+
+using sim::LeftPlayer;
+using sim::Mode;
+
+std::vector<sim::Settings> makeMatches() {
+  std::vector<sim::Settings> all;
+  for (int iq = 1; iq <= 6; ++iq) {
+    for (int left = 1; left <= 6; ++left) {
+      sim::Settings s{Mode::AI, iq, LeftPlayer::Mirror, left};
+      s.tenSeconds = (iq + left) % 2 == 1;
+      s.rank = (iq * left) % 3 == 0;
+      s.quickplay = left != iq;
+      s.randomTeams = left == 1;
+      s.autoPlay = iq == left + 1;
+      all.push_back(s);
+    }
+    sim::Settings random{Mode::AI, iq, LeftPlayer::Random, 0};
+    random.tenSeconds = iq % 2 == 0;
+    random.rank = iq > 3;
+    random.quickplay = iq != 2;
+    random.randomTeams = iq == 5;
+    random.autoPlay = iq % 3 == 0;
+    all.push_back(random);
+  }
+  for (Mode mode : {Mode::Free, Mode::Keys}) {
+    for (LeftPlayer left : {LeftPlayer::Random, LeftPlayer::Mirror}) {
+      sim::Settings s{mode, 4, left, 5};
+      s.tenSeconds = left == LeftPlayer::Mirror;
+      s.rank = mode == Mode::Keys;
+      s.quickplay = left == LeftPlayer::Random;
+      s.randomTeams = true;
+      s.autoPlay = mode == Mode::Free;
+      all.push_back(s);
+    }
+  }
+  return all;
+}
+
+// FNV-1a, 64 bits: the course's running hash.
+void mixBytes(std::uint64_t& h, std::string_view bytes) {
+  for (unsigned char c : bytes) h = (h ^ c) * 0x100000001b3ULL;
+}
+
+template <typename T>
+void mixValue(std::uint64_t& h, T v) {
+  char bytes[sizeof v];
+  std::memcpy(bytes, &v, sizeof v);
+  mixBytes(h, std::string_view(bytes, sizeof bytes));
+}
+
+std::uint64_t finish(std::uint64_t x) {
+  x = (x ^ (x >> 30)) * 0xbf58476d1ce4e5b9ULL;
+  x = (x ^ (x >> 27)) * 0x94d049bb133111ebULL;
+  return x ^ (x >> 31);
+}
+
+constexpr std::uint64_t kOdd = 0x9e3779b97f4a7c15ULL;
+
+// Four independent lanes, so that hashing two thousand values after every tick keeps the
+// processor busy rather than waiting on one chain of multiplications. Each step is a
+// bijection of its lane, so one changed value always changes the result.
+struct Lanes {
+  std::uint64_t a = 1, b = 2, c = 3, d = 4;
+
+  template <typename P, typename Read>
+  void add(const std::vector<P>& values, Read read) {
+    std::size_t i = 0;
+    for (; i + 4 <= values.size(); i += 4) {
+      a = (a + read(values[i])) * kOdd;
+      b = (b + read(values[i + 1])) * kOdd;
+      c = (c + read(values[i + 2])) * kOdd;
+      d = (d + read(values[i + 3])) * kOdd;
+    }
+    for (; i < values.size(); ++i) a = (a + read(values[i])) * kOdd;
+  }
+  // A text by its length and its first and last eight bytes: all of it up to sixteen
+  // letters (a name, a score, the clock), in constant time for the long tool tips. The whole
+  // text of every value is in the final state.
+  void add(const std::string& s) {
+    std::uint64_t head = 0, tail = 0;
+    if (s.size() >= 8) {
+      std::memcpy(&head, s.data(), 8);
+      std::memcpy(&tail, s.data() + s.size() - 8, 8);
+    } else {
+      for (char ch : s) head = head << 8 | static_cast<unsigned char>(ch);
+    }
+    b = (b + s.size()) * kOdd;
+    c = (c + head) * kOdd;
+    d = (d + tail) * kOdd;
+  }
+  std::uint64_t result() const { return finish(finish(finish(finish(a) ^ b) ^ c) ^ d); }
+};
+
+template <typename T>
+std::uint64_t bits(T v) {
+  std::uint64_t out = 0;
+  std::memcpy(&out, &v, sizeof v);
+  return out;
+}
+
+// Every value of the state, grouped by type so that reading them all is a few tight loops.
+// The name tables are left out: they are filled at load and only read, and the final state
+// still holds them.
+class StateView {
+ public:
+  explicit StateView(MatchForm& f) {
+    using Type = FormPaths::Type;
+    for (const auto& [path, field] : FormPaths(f).fields()) {
+      if (path.rfind("NameHead(", 0) == 0 || path.rfind("NameTail(", 0) == 0) continue;
+      if (field.timer) {
+        timers_.push_back(field.timer);
+        continue;
+      }
+      switch (field.type) {
+        case Type::Int16:
+          int16_.push_back(static_cast<const Integer*>(field.p));
+          break;
+        case Type::Int32:
+        case Type::Int:
+          int32_.push_back(static_cast<const std::int32_t*>(field.p));
+          break;
+        case Type::Float:
+          singles_.push_back(static_cast<const float*>(field.p));
+          break;
+        case Type::Double:
+          doubles_.push_back(static_cast<const double*>(field.p));
+          break;
+        case Type::Bool:
+          bools_.push_back(static_cast<const bool*>(field.p));
+          break;
+        case Type::Colour:
+          colours_.push_back(static_cast<const Colour*>(field.p));
+          break;
+        case Type::String:
+        case Type::Image:
+          texts_.push_back(static_cast<const std::string*>(field.p));
+          break;
+      }
+    }
+  }
+
+  std::uint64_t hash() const {
+    Lanes h;
+    auto value = [](const auto* v) { return bits(*v); };
+    h.add(int16_, value);
+    h.add(int32_, value);
+    h.add(singles_, value);
+    h.add(doubles_, value);
+    h.add(bools_, value);
+    h.add(colours_, value);
+    h.add(timers_,
+          [](const Timer* t) { return bits(t->Interval()) << 1 | (t->Enabled() ? 1U : 0U); });
+    for (const std::string* v : texts_) h.add(*v);
+    return h.result();
+  }
+
+ private:
+  std::vector<const Integer*> int16_;
+  std::vector<const std::int32_t*> int32_;
+  std::vector<const float*> singles_;
+  std::vector<const double*> doubles_;
+  std::vector<const bool*> bools_;
+  std::vector<const Colour*> colours_;
+  std::vector<const std::string*> texts_;
+  std::vector<const Timer*> timers_;
+};
+
+// A value's bytes, to tell cheaply whether it changed.
+std::string rawBytes(const FormPaths::Field& field) {
+  using Type = FormPaths::Type;
+  if (field.timer) return FormPaths::text(field);
+  static constexpr std::size_t kSize[] = {sizeof(Integer),
+                                          sizeof(Long),
+                                          sizeof(int),
+                                          sizeof(float),
+                                          sizeof(double),
+                                          sizeof(bool),
+                                          0,
+                                          sizeof(Colour),
+                                          0};
+  if (field.type == Type::String || field.type == Type::Image)
+    return *static_cast<const std::string*>(field.p);
+  return {static_cast<const char*>(field.p), kSize[static_cast<int>(field.type)]};
+}
+
+const char* modeName(Mode m) {
+  return m == Mode::Free ? "Free Mode" : m == Mode::Keys ? "Mouse vs Keys" : "Play Left vs AI";
+}
+
+}  // namespace
+
+const std::vector<sim::Settings>& signatureMatches() {
+  static const std::vector<sim::Settings> all = makeMatches();
+  return all;
+}
+
+std::uint64_t seedOf(std::size_t match) {
+  return sim::matchSeed(2026, match);
+}
+
+std::string describe(std::size_t match) {
+  const sim::Settings& s = signatureMatches().at(match);
+  std::string out = "match " + std::to_string(match) + ": " + modeName(s.mode) + ", ";
+  out += s.mode == Mode::AI ? "the computer at IQ " : "the right side choosing as IQ ";
+  out += std::to_string(s.iq) + " against ";
+  out += s.left == LeftPlayer::Random ? std::string("random play")
+                                      : "the mirrored IQ " + std::to_string(s.leftIq);
+  out += s.tenSeconds ? ", 10-second moves" : ", 15-second moves";
+  out += s.rank ? ", 50/50 balls by rank" : ", 50/50 balls by dice";
+  out += s.quickplay ? ", Quickplay" : ", walking";
+  if (s.randomTeams) out += ", Random Teams";
+  if (s.autoPlay) out += ", automatic play";
+  return out + ", seed " + std::to_string(seedOf(match));
+}
+
+std::uint64_t courseHash(std::size_t match) {
+  std::uint64_t h = 0xcbf29ce484222325ULL;
+  std::unique_ptr<StateView> view;
+  std::uint64_t last = 0;
+  auto atEnd = [&h](MatchForm& f) {
+    mixBytes(h, FormPaths(f).dump());
+    mixValue(h, f.Rnd.next());  // where the random source stands
+  };
+  auto onMoment = [&](MatchForm& f, std::string_view) {
+    if (!view) view = std::make_unique<StateView>(f);
+    const std::uint64_t state = view->hash();
+    if (state == last) return;
+    last = state;
+    mixValue(h, f.Sched.now());
+    mixValue(h, state);
+  };
+  const auto r = sim::playMatch(signatureMatches().at(match), seedOf(match), atEnd, onMoment);
+  mixValue(h, r.finished);
+  return h;
+}
+
+void writeTrace(std::size_t match, std::ostream& out) {
+  std::vector<std::pair<std::string, FormPaths::Field>> fields;
+  std::vector<std::string> seen;  // each value's bytes at the last moment
+  auto onMoment = [&](MatchForm& f, std::string_view what) {
+    const bool first = fields.empty();
+    if (first) {
+      fields = FormPaths(f).fields();
+      seen.resize(fields.size());
+    }
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      std::string now = rawBytes(fields[i].second);
+      if (!first && now == seen[i]) continue;
+      out << '@' << f.Sched.now() << ' ' << what << "  " << fields[i].first << '='
+          << FormPaths::text(fields[i].second) << '\n';
+      seen[i] = std::move(now);
+    }
+  };
+  auto atEnd = [&out](MatchForm& f) {
+    out << "random source at " << std::setprecision(17) << f.Rnd.next() << '\n';
+  };
+  const auto r = sim::playMatch(signatureMatches().at(match), seedOf(match), atEnd, onMoment);
+  out << (r.finished ? "full time\n" : "stopped at the safety limit\n");
+}
+
+}  // namespace quorvel::course
