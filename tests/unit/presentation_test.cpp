@@ -114,6 +114,8 @@ TEST(TeamPanel, LocksNamesAndColoursAfterMinuteFourOnceBothSidesAreNamed) {
   f->Sched.advance(1000);
   EXPECT_EQ(f->EditLock, 1) << "names still the defaults";
   f->Team[1].Text = "Rovers";
+  f->Sched.advance(1000);
+  EXPECT_EQ(f->EditLock, 1) << "only one side named";
   f->Team[2].Text = "United";
   f->ClockMin = 4;
   f->Sched.advance(1000);

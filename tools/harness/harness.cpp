@@ -6,6 +6,7 @@
 #include "events/events.h"
 #include "match/codes.h"
 #include "match/match.h"
+#include "state_view.h"
 #include "ui/ui.h"
 
 namespace quorvel::harness {
@@ -34,8 +35,11 @@ Harness::Harness(std::uint64_t seed) : seed_(seed), rng_(seed) {
 
 void Harness::newProgram() {
   form_ = newMatchForm(rng_());
+  view_ = std::make_unique<StateView>(*form_);
   controls_.clear();
-  forEachControl(*form_, [this](Control& c) { controls_.push_back(&c); });
+  forEachControl(*form_, [this](Control& c) {
+    if (!form_->LinksForm.holds(c)) controls_.push_back(&c);
+  });
   ++counts_.programs;
   seen_ = Seen{};
   baseline();
@@ -81,7 +85,7 @@ void Harness::act() {
   }
   if (!f.Visible) {  // only the closing window is left
     const int k = below(10);
-    if (k < 2) {
+    if (k < 1) {
       note("click LinksForm.CDend");
       userClick(f, f.LinksForm.CDend);
     } else if (k < 5) {
@@ -92,12 +96,19 @@ void Harness::act() {
     } else if (k < 6) {
       note("click LinksForm");
       userClickLinksForm(f);
+    } else if (k < 9) {
+      inputBehindClosingWindow();
     } else {
       advance(1 + below(20000));
     }
     return;
   }
 
+  if (chance(0.002)) {  // now and then the closing window, to try the main window behind it
+    note("click CDend");
+    userClick(f, f.CDend);
+    return;
+  }
   const int k = below(100);
   if (k < 30) {
     clickForPlay();
@@ -106,19 +117,9 @@ void Harness::act() {
   } else if (k < 55) {
     pressKey();
   } else if (k < 57) {
-    ScrollBar& bar = chance(0.5) ? f.Hai : f.Vai;
-    const int value = bar.Min - 3 + below(bar.Max - bar.Min + 7);
-    note("scroll " + bar.name + " to " + std::to_string(value));
-    userScroll(f, bar, value);
+    scroll();
   } else if (k < 59) {
-    static constexpr char kChars[] = "abcdefghijklmnopqrstuvwxyz ABCXYZ 0123456789-'.%\"#\t";
-    std::string text;
-    const int n = chance(0.1) ? 0 : below(chance(0.1) ? 200 : 20);
-    for (int i = 0; i < n; ++i)
-      text += chance(0.05) ? static_cast<char>(128 + below(128)) : kChars[below(sizeof kChars - 1)];
-    TextBox& box = f.Team[1 + below(2)];
-    note("edit " + box.name + " to \"" + text + "\"");
-    userEdit(f, box, text);
+    typeName();
   } else if (k < 60) {
     note("one tick");
     if (f.Sched.step(f.Sched.now() + 1000000)) ++counts_.ticks;
@@ -164,6 +165,42 @@ void Harness::clickSomething() {
   if (c == &f.CDend && !chance(0.1)) return clickForPlay();
   note("click " + c->name);
   userClick(f, *c);
+}
+
+void Harness::scroll() {
+  MatchForm& f = *form_;
+  ScrollBar& bar = chance(0.5) ? f.Hai : f.Vai;
+  const int value = bar.Min - 3 + below(bar.Max - bar.Min + 7);
+  note("scroll " + bar.name + " to " + std::to_string(value));
+  userScroll(f, bar, value);
+}
+
+void Harness::typeName() {
+  static constexpr char kChars[] = "abcdefghijklmnopqrstuvwxyz ABCXYZ 0123456789-'.%\"#\t";
+  std::string text;
+  const int n = chance(0.1) ? 0 : below(chance(0.1) ? 200 : 20);
+  for (int i = 0; i < n; ++i)
+    text += chance(0.05) ? static_cast<char>(128 + below(128)) : kChars[below(sizeof kChars - 1)];
+  TextBox& box = form_->Team[1 + below(2)];
+  note("edit " + box.name + " to \"" + text + "\"");
+  userEdit(*form_, box, text);
+}
+
+// Behind the closing window the main window takes no input: whatever a person does to it
+// changes nothing at all.
+void Harness::inputBehindClosingWindow() {
+  const std::uint64_t before = view_->hash();
+  const int k = below(4);
+  if (k == 0)
+    pressKey();
+  else if (k == 1)
+    clickSomething();
+  else if (k == 2)
+    typeName();
+  else
+    scroll();
+  if (view_->hash() != before)
+    breakPromise("behind the closing window, " + recent_.back() + " changed the game");
 }
 
 void Harness::pressKey() {
@@ -228,7 +265,7 @@ bool Harness::checkNow() {
 
 bool Harness::check() {
   const MatchForm& f = *form_;
-  if (failed() || !checkNames() || !checkTeamColours()) return false;
+  if (failed() || !checkNames() || (coloursChanged() && !checkTeamColours())) return false;
   if (f.GameOn == kNoMatchYet) {
     baseline();
     return true;
@@ -408,6 +445,15 @@ bool Harness::checkNames() {
                         std::to_string(f.HeadPick[1]) + "/" + std::to_string(f.TailPick[1]) +
                         " and " + std::to_string(f.HeadPick[2]) + "/" +
                         std::to_string(f.TailPick[2]));
+  return true;
+}
+
+// The colour promise is judged when the colours change, which only a click does.
+bool Harness::coloursChanged() {
+  const MatchForm& f = *form_;
+  const std::array<std::array<Integer, 5>, 3> now{f.ColRed, f.ColGreen, f.ColBlue};
+  if (now == seenColours_) return false;
+  seenColours_ = now;
   return true;
 }
 

@@ -3,6 +3,7 @@
 // gives the same run, so a broken promise is reported as (seed, step) and replays exactly.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "match/match_form.h"
+#include "state_view.h"
 
 namespace quorvel::harness {
 
@@ -64,6 +66,9 @@ class Harness {
   void clickSomething();
   void clickForPlay();
   void pressKey();
+  void scroll();
+  void typeName();
+  void inputBehindClosingWindow();
   void advanceAtOnce(Millis ms);
   void note(std::string what);
   bool breakPromise(std::string what);
@@ -80,6 +85,7 @@ class Harness {
   bool checkSubstitutions();
   bool checkPossession();
   bool checkNames();
+  bool coloursChanged();
   bool checkTeamColours();
 
   int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
@@ -88,6 +94,7 @@ class Harness {
   std::uint64_t seed_;
   std::mt19937_64 rng_;  // the person's hand; the game's dice are the form's own source
   std::unique_ptr<MatchForm> form_;
+  std::unique_ptr<StateView> view_;  // the whole state as one number
   std::vector<Control*> controls_;
   Counts counts_;
   Fault fault_;
@@ -104,6 +111,7 @@ class Harness {
     Single diceReady = 0;
     double kicks = 0;
   } seen_;
+  std::array<std::array<Integer, 5>, 3> seenColours_{};  // red, green, blue of the swatches
 };
 
 }  // namespace quorvel::harness
