@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """make mutants: plants one small fault at a time into the game's rules, rebuilds, runs the fast
-tests and says whether they caught it.
+tests and says whether they caught it, and which test did.
 
 The faults are listed in faults.txt beside this script. Each is found by its text, not by a
 line number, so the list survives code moving about; a fault whose text is no longer in the
@@ -10,6 +10,7 @@ tree under build-mutants/, so an interrupted run never leaves a fault in the sou
 import argparse
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -21,6 +22,9 @@ WORK = ROOT / "build-mutants"
 TREE = WORK / "tree"
 BUILD = WORK / "build"
 TEST_TIMEOUT = 120  # seconds; a fault that makes a test hang is caught, not waited on
+NOT_MUTATED = """Not mutated: app/ (the Qt window: the copy builds without Qt, so the window's tests
+do not run here), tools/ and tests/ (they check the game rather than play it), and the tools'
+argument checks (args.*), which need programs the copy does not build."""
 
 
 class Fault:
@@ -60,12 +64,14 @@ def locate(fault):
         "gone: its line no longer exists"
 
 
-def run(cmd, cwd, timeout=None):
+def run(cmd, cwd, timeout=None, env=None):
+    """(exit status, output); -1 when it ran out of time."""
     try:
-        return subprocess.run(cmd, cwd=cwd, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL, timeout=timeout).returncode
+        done = subprocess.run(cmd, cwd=cwd, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                              timeout=timeout, env=env, text=True, errors="replace")
+        return done.returncode, done.stdout
     except subprocess.TimeoutExpired:
-        return -1
+        return -1, ""
 
 
 def prepare(jobs):
@@ -88,27 +94,37 @@ def prepare(jobs):
                     "-DQUORVEL_BENCH=OFF", "-DCMAKE_CXX_FLAGS=-g0", *launcher],
                    check=True, stdout=subprocess.DEVNULL)
     build(jobs, check=True)
-    if tests(jobs) != 0:
+    if tests(jobs) is not None:
         sys.exit("mutants: the tests fail without any fault planted; fix them first")
 
 
 def build(jobs, check=False):
-    code = run(["cmake", "--build", str(BUILD), "-j", str(jobs), "--target", "quorvel_tests",
-                "quorvel-drive"], ROOT)
+    code, _ = run(["cmake", "--build", str(BUILD), "-j", str(jobs), "--target", "quorvel_tests",
+                   "quorvel-drive"], ROOT)
     if check and code != 0:
         sys.exit(f"mutants: the copy does not build; see cmake --build {BUILD}")
     return code == 0
 
 
-def tests(jobs):
-    """0 when every fast test passes. The signature goes first: it catches most faults alone."""
-    if run([str(BUILD / "tests" / "quorvel_tests"), "--gtest_filter=Signature.*"], ROOT,
-           TEST_TIMEOUT) != 0:
-        return 1
-    # The tools' argument checks (args.*) need programs the copy does not build, and no fault
-    # touches them.
-    return run(["ctest", "--test-dir", str(BUILD), "-j", str(jobs), "--stop-on-failure",
-                "--timeout", str(TEST_TIMEOUT), "-E", r"^args\."], ROOT, TEST_TIMEOUT * 10)
+def tests(jobs, only=None):
+    """None when every fast test passes, else the name of the test that caught the fault. The
+    signature goes first: it catches most faults alone, and names the first match that left its
+    course."""
+    env = dict(os.environ, QUORVEL_SIGNATURE_BRIEF="1")  # no traces: the name is enough here
+    code, out = run([str(BUILD / "tests" / "quorvel_tests"), "--gtest_filter=Signature.*"], ROOT,
+                    TEST_TIMEOUT, env)
+    if code != 0:
+        match = re.search(r"^match (\d+):", out, re.M)
+        return "signature, match " + match.group(1) if match else "signature"
+    chosen = ["-R", only] if only else []
+    code, out = run(["ctest", "--test-dir", str(BUILD), "-j", str(jobs), "--stop-on-failure",
+                     "--timeout", str(TEST_TIMEOUT), "-E", r"^args\.", *chosen], ROOT,
+                    TEST_TIMEOUT * 10)
+    if code == 0:
+        return None
+    failed = re.findall(r"^\s*\d+ - (\S+) \((?:Failed|Timeout|SEGFAULT|Subprocess aborted|"
+                        r"Exception|Child aborted)", out, re.M)
+    return failed[0] if failed else "ctest (ran out of time)"
 
 
 def main():
@@ -117,6 +133,8 @@ def main():
     parser.add_argument("ids", nargs="*", help="only these faults (default: all)")
     parser.add_argument("--list", action="store_true", help="list the faults and stop")
     parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count() or 2)
+    parser.add_argument("--only", metavar="REGEX",
+                        help="after the signature, run only the tests whose names match")
     args = parser.parse_args()
 
     faults = [f for f in read_faults() if not args.ids or f.ident in args.ids]
@@ -126,10 +144,11 @@ def main():
             where, why = locate(f)
             print(f"{f.ident:28} {str(where.relative_to(ROOT)) if where else why:28} {f.what}")
         return 0
+    print(NOT_MUTATED + "\n", flush=True)
     prepare(args.jobs)
     counts = {"caught": 0, "MISSED": 0, "gone": 0, "ambiguous": 0, "does not build": 0}
     for f in faults:
-        start = time.time()
+        start, catcher = time.time(), None
         where, why = locate(f)
         if where is None:
             verdict = why.split(":")[0]
@@ -141,12 +160,14 @@ def main():
                 if not build(args.jobs):
                     verdict = "does not build"
                 else:
-                    verdict = "caught" if tests(args.jobs) != 0 else "MISSED"
+                    catcher = tests(args.jobs, args.only)
+                    verdict = "caught" if catcher else "MISSED"
             finally:
                 copy.write_text(original)
         counts[verdict] += 1
         shown = why if where is None else verdict
-        print(f"{f.ident:28} {shown:16} {time.time() - start:5.0f} s  {f.what}", flush=True)
+        by = f"by {catcher}" if verdict == "caught" else ""
+        print(f"{f.ident:28} {shown:8} {time.time() - start:4.0f} s  {by:34} {f.what}", flush=True)
     build(args.jobs)  # leave the copy built as the sources are
     total = len(faults)
     print(f"\n{counts['caught']} of {total} faults caught; " +
