@@ -17,37 +17,21 @@ namespace {
 using sim::LeftPlayer;
 using sim::Mode;
 
+// Settings in the order of sim::Settings: mode, IQ, left player, its IQ, 10-second moves,
+// rank, Quickplay, Random Teams, automatic play.
 std::vector<sim::Settings> makeMatches() {
   std::vector<sim::Settings> all;
   for (int iq = 1; iq <= 6; ++iq) {
-    for (int left = 1; left <= 6; ++left) {
-      sim::Settings s{Mode::AI, iq, LeftPlayer::Mirror, left};
-      s.tenSeconds = (iq + left) % 2 == 1;
-      s.rank = (iq * left) % 3 == 0;
-      s.quickplay = left != iq;
-      s.randomTeams = left == 1;
-      s.autoPlay = iq == left + 1;
-      all.push_back(s);
-    }
-    sim::Settings random{Mode::AI, iq, LeftPlayer::Random, 0};
-    random.tenSeconds = iq % 2 == 0;
-    random.rank = iq > 3;
-    random.quickplay = iq != 2;
-    random.randomTeams = iq == 5;
-    random.autoPlay = iq % 3 == 0;
-    all.push_back(random);
+    for (int left = 1; left <= 6; ++left)
+      all.push_back({Mode::AI, iq, LeftPlayer::Mirror, left, (iq + left) % 2 == 1,
+                     (iq * left) % 3 == 0, left != iq, left == 1, iq == left + 1});
+    all.push_back(
+        {Mode::AI, iq, LeftPlayer::Random, 0, iq % 2 == 0, iq > 3, iq != 2, iq == 5, iq % 3 == 0});
   }
-  for (Mode mode : {Mode::Free, Mode::Keys}) {
-    for (LeftPlayer left : {LeftPlayer::Random, LeftPlayer::Mirror}) {
-      sim::Settings s{mode, 4, left, 5};
-      s.tenSeconds = left == LeftPlayer::Mirror;
-      s.rank = mode == Mode::Keys;
-      s.quickplay = left == LeftPlayer::Random;
-      s.randomTeams = true;
-      s.autoPlay = mode == Mode::Free;
-      all.push_back(s);
-    }
-  }
+  for (Mode mode : {Mode::Free, Mode::Keys})
+    for (LeftPlayer left : {LeftPlayer::Random, LeftPlayer::Mirror})
+      all.push_back({mode, 4, left, 5, left == LeftPlayer::Mirror, mode == Mode::Keys,
+                     left == LeftPlayer::Random, true, mode == Mode::Free});
   return all;
 }
 

@@ -28,52 +28,24 @@ namespace quorvel::course {
 namespace {
 
 constexpr std::uint64_t kCourses[] = {
-    14983894606526101415ULL,  // 0
-    17334528287677641491ULL,  // 1
-    4456164548272265181ULL,   // 2
-    1562686276526596056ULL,   // 3
-    18005168776728736520ULL,  // 4
-    17910943221250522242ULL,  // 5
-    17597135057756751271ULL,  // 6
-    3604803947760758756ULL,   // 7
-    13078884793934372287ULL,  // 8
-    7156726213004593522ULL,   // 9
-    9749582535961137601ULL,   // 10
-    10870398335921868321ULL,  // 11
-    16041303284660238872ULL,  // 12
-    15607370136190687328ULL,  // 13
-    7138842070819884914ULL,   // 14
-    14653046553928027950ULL,  // 15
-    1076562767297957667ULL,   // 16
-    5137220507654312301ULL,   // 17
-    14560891660032689380ULL,  // 18
-    2474094456040142691ULL,   // 19
-    17754545313084797099ULL,  // 20
-    3902888729975754432ULL,   // 21
-    1538681732286370417ULL,   // 22
-    8866325359763493289ULL,   // 23
-    12545120494499516163ULL,  // 24
-    13696288688040173917ULL,  // 25
-    18432251554121226763ULL,  // 26
-    7906020536044153639ULL,   // 27
-    5544836233813864460ULL,   // 28
-    6771907690840527547ULL,   // 29
-    10385976920839733220ULL,  // 30
-    618420109815920832ULL,    // 31
-    13457331910097865357ULL,  // 32
-    9487890899250633194ULL,   // 33
-    5646397170765690292ULL,   // 34
-    3801017131858893401ULL,   // 35
-    17656908057844203491ULL,  // 36
-    15876035911068088222ULL,  // 37
-    17103322428617541479ULL,  // 38
-    15785090473240703113ULL,  // 39
-    2542831288703641047ULL,   // 40
-    2347512248542008675ULL,   // 41
-    13402776938887215216ULL,  // 42
-    1554267347660946047ULL,   // 43
-    5152222360555908258ULL,   // 44
-    4843171522121442760ULL,   // 45
+    // clang-format off
+    14983894606526101415ULL, 17334528287677641491ULL, 4456164548272265181ULL,  // 0..2
+    1562686276526596056ULL, 18005168776728736520ULL, 17910943221250522242ULL,  // 3..5
+    17597135057756751271ULL, 3604803947760758756ULL, 13078884793934372287ULL,  // 6..8
+    7156726213004593522ULL, 9749582535961137601ULL, 10870398335921868321ULL,  // 9..11
+    16041303284660238872ULL, 15607370136190687328ULL, 7138842070819884914ULL,  // 12..14
+    14653046553928027950ULL, 1076562767297957667ULL, 5137220507654312301ULL,  // 15..17
+    14560891660032689380ULL, 2474094456040142691ULL, 17754545313084797099ULL,  // 18..20
+    3902888729975754432ULL, 1538681732286370417ULL, 8866325359763493289ULL,  // 21..23
+    12545120494499516163ULL, 13696288688040173917ULL, 18432251554121226763ULL,  // 24..26
+    7906020536044153639ULL, 5544836233813864460ULL, 6771907690840527547ULL,  // 27..29
+    10385976920839733220ULL, 618420109815920832ULL, 13457331910097865357ULL,  // 30..32
+    9487890899250633194ULL, 5646397170765690292ULL, 3801017131858893401ULL,  // 33..35
+    17656908057844203491ULL, 15876035911068088222ULL, 17103322428617541479ULL,  // 36..38
+    15785090473240703113ULL, 2542831288703641047ULL, 2347512248542008675ULL,  // 39..41
+    13402776938887215216ULL, 1554267347660946047ULL, 5152222360555908258ULL,  // 42..44
+    4843171522121442760ULL,  // 45..45
+    // clang-format on
 };
 
 const bool kTraceOnly = [] {
@@ -98,21 +70,11 @@ std::vector<std::uint64_t> playAll() {
   return got;
 }
 
-std::vector<std::string> lines(const std::string& text) {
-  std::vector<std::string> out;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) out.push_back(line);
-  return out;
-}
-
 // The first line at which two traces differ: the moment, and the value each build gave.
-std::string firstDifference(const std::vector<std::string>& expected,
-                            const std::vector<std::string>& actual) {
-  for (std::size_t i = 0; i < std::max(expected.size(), actual.size()); ++i) {
-    const std::string e = i < expected.size() ? expected[i] : "(the course had ended)";
-    const std::string a = i < actual.size() ? actual[i] : "(the course had ended)";
-    if (e != a) return "parted from its course:\n  expected " + e + "\n  got      " + a + "\n";
-  }
+std::string firstDifference(const std::string& expected, const std::string& actual) {
+  std::istringstream e(expected), a(actual);
+  for (std::string x, y; std::getline(e, x), std::getline(a, y), e || a;)
+    if (x != y) return "parted from its course:\n  expected " + x + "\n  got      " + y + "\n";
   return "ran its course exactly as the kept build did: the table is stale\n";
 }
 
@@ -132,8 +94,7 @@ std::string whereItParted(std::size_t match) {
     expected.append(buffer, n);
   std::ostringstream actual;
   writeTrace(match, actual);
-  return "match " + std::to_string(match) + " " +
-         firstDifference(lines(expected), lines(actual.str())) + how;
+  return "match " + std::to_string(match) + " " + firstDifference(expected, actual.str()) + how;
 }
 
 // Keeps this binary, which ran every course as expected, to tell where a later build parts.
@@ -151,7 +112,9 @@ TEST(Signature, EverySeededMatchRunsTheCourseItAlwaysHas) {
   std::size_t first = got.size();
   for (std::size_t i = 0; i < got.size(); ++i) {
     signature = (signature ^ got[i]) * 0x100000001b3ULL;
-    table += "    " + std::to_string(got[i]) + "ULL,  // " + std::to_string(i) + "\n";
+    table += (i % 3 == 0 ? "    " : " ") + std::to_string(got[i]) + "ULL,";
+    if (i % 3 == 2 || i + 1 == got.size())
+      table += "  // " + std::to_string(i - i % 3) + ".." + std::to_string(i) + "\n";
     if (got[i] == kCourses[i]) continue;
     parted += describe(i) + "\n";
     first = std::min(first, i);

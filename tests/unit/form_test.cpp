@@ -87,40 +87,6 @@ TEST(Scheduler, AWindowWakesOnceForTicksCloseTogetherAndNeverJustForQuietOnes) {
   EXPECT_EQ(wake(100, 15), Scheduler::kNever);
 }
 
-TEST(Random, SeedAloneDecidesTheSequenceAfterTheForcedDraws) {
-  Random a(9), b(2);
-  a.force({0.25, 0.5});
-  a.seed(3);  // the forced draws survive a reseed
-  b.seed(3);
-  EXPECT_EQ(a.next(), 0.25);
-  EXPECT_EQ(a.next(), 0.5);
-  for (int i = 0; i < 100; ++i) {
-    const double r = a.next();
-    ASSERT_EQ(r, b.next());
-    ASSERT_TRUE(r >= 0.0 && r < 1.0);
-  }
-}
-
-TEST(Random, RangesUseTheIntegerPart) {
-  Random a(1);
-  a.force({0.0, 0.999999, 0.5, 1.0 / 3});
-  EXPECT_EQ(randomIn(a, 1, 6), 1);
-  EXPECT_EQ(randomIn(a, 1, 6), 6);
-  EXPECT_EQ(randomIn(a, 7, 10), 9);
-  EXPECT_EQ(randomIn(a, 1, 3), 2);
-  std::set<int> seen;
-  for (int i = 0; i < 2000; ++i) seen.insert(randomIn(a, 3, 8));
-  EXPECT_EQ(seen, (std::set<int>{3, 4, 5, 6, 7, 8}));
-}
-
-TEST(Colour, HexReadsBackAndRejectsJunk) {
-  EXPECT_EQ(toHex(RGB(252, 0, 10)), "#fc000a");
-  EXPECT_EQ(parseHex("#FC000A"), RGB(252, 0, 10));
-  EXPECT_FALSE(parseHex("fc000a"));
-  EXPECT_FALSE(parseHex("#fc00"));
-  EXPECT_FALSE(parseHex("#fc00zz"));
-}
-
 TEST(Colour, ContrastAndDifferenceMatchTheirReferences) {
   EXPECT_NEAR(contrastRatio(RGB(0, 0, 0), RGB(255, 255, 255)), 21, 1e-9);
   EXPECT_NEAR(contrastRatio(RGB(255, 255, 255), RGB(119, 119, 119)), 4.478, 1e-3);

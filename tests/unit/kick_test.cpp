@@ -68,77 +68,6 @@ TEST_F(Kick, TheNearestPlayerGetsTheBallAndEqualSidesGoToDiceOrRank) {
   EXPECT_DOUBLE_EQ(f.ReceiverDist, 6 * std::sqrt(2.0));
 }
 
-TEST_F(Kick, FlagsRefuseTheSideThatMayNotUseThem) {
-  struct Case {
-    int mode, owner, from;
-    bool accepted;
-  };
-  const Case cases[] = {
-      {0, 20, 0, true},                                         // Free Mode: all
-      {1, 9, 0, true},  {1, 20, 0, false},  {1, 20, 77, true},  // Mouse vs Keys
-      {2, 9, 0, true},  {2, 20, 77, false}, {2, 20, 33, true},  // Play Left vs AI
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(::testing::Message()
-                 << "mode " << c.mode << " owner " << c.owner << " from " << c.from);
-    select(f, f.OpMode[c.mode]);
-    f.KickFlag = -1;
-    f.ClickFrom = static_cast<Single>(c.from);
-    f.TimAI.setEnabled(true);
-    kick(f, c.owner, 8, 4, 2, 6);
-    EXPECT_EQ(f.KickFlag, c.accepted ? 6 : -1);
-    EXPECT_EQ(test::visibleFlags(f).size(), c.accepted ? 0u : 8u);
-    EXPECT_EQ(f.ClickFrom, c.accepted ? 0 : c.from);
-    EXPECT_EQ(f.TimAI.Enabled(), !c.accepted) << "an accepted kick ends the computer's turn";
-  }
-}
-
-TEST_F(Kick, APassArrivesOnTheTargetSquareAndAnInterceptionHandsOverTheTurn) {
-  select(f, f.OpMode[2]);
-  putPlayer(f, 10, 11, 5);
-  kick(f, 9, 8, 4, 2, 2);
-  const double flagLeft = f.CDdest[2].Left;
-  ticks(59);
-  EXPECT_EQ(f.KickTicks, 1);
-  ticks(1);
-  EXPECT_EQ(f.BallOwner, 10);
-  EXPECT_EQ(f.Player[10].Left, playerLeft(10));
-  EXPECT_EQ(f.Player[10].Top, playerTop(4));
-  EXPECT_NEAR(f.Ball.Left, flagLeft, 1e-6);
-  EXPECT_EQ(f.DiceReady, 1);
-  EXPECT_TRUE(f.TimB.Enabled()) << "the next tick dribbles";
-  EXPECT_EQ(f.Poses[1].Text, " 100%");
-  EXPECT_EQ(f.AIGo, 0);
-
-  putPlayer(f, 15, 12, 4);
-  kick(f, 10, 10, 4, 2, 2);
-  f.Vai.Value = 750;  // read when the ball arrives
-  test::land(f);
-  EXPECT_EQ(f.BallOwner, 15);
-  EXPECT_EQ(f.AIGo, 1);
-  EXPECT_EQ(f.TimAI.Interval(), 750);
-  EXPECT_TRUE(f.TimAI.Enabled());
-  EXPECT_EQ(f.Poses[2].Text, " 0%") << "both kicks were the left side's";
-}
-
-TEST_F(Kick, AShotCountsForTheSideWhoseGoalItIsNot) {
-  struct Case {
-    int col, row, die, flag, goalSide;
-  };
-  const Case cases[] = {{16, 4, 1, 3, 1}, {16, 6, 1, 1, 1}, {15, 5, 2, 2, 1},
-                        {1, 3, 1, 5, 2},  {3, 5, 3, 6, 2},  {1, 6, 1, 7, 2}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(::testing::Message() << "flag " << c.flag);
-    kick(f, 9, c.col, c.row, c.die, c.flag);
-    ASSERT_EQ(f.GoalFlag, c.flag);
-    test::land(f);
-    EXPECT_EQ(f.GoalSide, c.goalSide);
-    EXPECT_TRUE(f.TimSc.Enabled());
-    EXPECT_EQ(f.DiceReady, -1) << "no roll until the restart";
-    f.TimSc.setEnabled(false);
-  }
-}
-
 TEST_F(Kick, ASubstituteWalkingOnHoldsTheCountButNotTheBall) {
   kick(f, 9, 8, 4, 2, 2);
   ticks(10);
@@ -148,18 +77,6 @@ TEST_F(Kick, ASubstituteWalkingOnHoldsTheCountButNotTheBall) {
   EXPECT_EQ(f.KickTicks, 50);
   EXPECT_EQ(f.Player[9].Left, runnerLeft);
   EXPECT_NEAR(f.Ball.Left, ballLeft + 5 * f.BallStepX, 1e-9);
-}
-
-TEST_F(Kick, ShotMarksSurviveOnlyForTheOnlyShot) {
-  kick(f, 9, 16, 4, 1, 2);  // two shots offered, one taken
-  EXPECT_EQ(f.GoalFlag, 2);
-  for (int d = 0; d < 8; ++d) EXPECT_EQ(f.FlagGoal[d], -1);
-  kick(f, 9, 16, 4, 1, 4);  // two offered, neither taken
-  EXPECT_EQ(f.GoalFlag, -1);
-  kick(f, 9, 3, 5, 3, 6);  // the only shot
-  EXPECT_EQ(f.FlagGoal[6], 1);
-  EXPECT_EQ(f.TargetCol, 0);
-  EXPECT_EQ(f.TargetRow, 5);
 }
 
 }  // namespace

@@ -127,49 +127,5 @@ TEST(TeamPanel, LocksNamesAndColoursAfterMinuteFourOnceBothSidesAreNamed) {
   EXPECT_FALSE(userEdit(*f, f->Team[1], "Changed"));
 }
 
-TEST(TeamPanel, HoldsOffWhileAGoalIsCelebrated) {
-  auto f = test::matchReady(1);
-  f->TimSc.setEnabled(true);
-  f->GoalSide = 1;
-  f->Player[4].BackColor = RGB(9, 9, 9);  // mid-flash
-  TimTeam_Timer(*f);
-  EXPECT_FALSE(f->TimTeam.Enabled());
-  EXPECT_EQ(f->Player[4].BackColor, RGB(9, 9, 9));
-}
-
-TEST(Help, ShowsTheFullTextAndChangesNothing) {
-  auto f = test::matchReady(2);
-  const Millis now = f->Sched.now();
-  userClick(*f, f->CDhelp);
-  EXPECT_EQ(f->LastMessage.Title, "Free Quorvel");
-  const std::string& t = f->LastMessage.Text;
-  EXPECT_EQ(t.substr(0, t.find('\r')),
-            "Keypad: Numlock the keypad to kick in 8 directions, 5=roll dice.");
-  EXPECT_EQ(std::count(t.begin(), t.end(), '\r'), 14);
-  EXPECT_EQ(f->Sched.now(), now);
-}
-
-TEST(Links, PagesOpenInTheBrowserOrExplainWhyNot) {
-  auto f = newMatchForm();
-  std::string opened;
-  f->platform.openUrl = [&opened](const std::string& url) {
-    opened = url;
-    return true;
-  };
-  userClick(*f, f->Banner[0]);
-  EXPECT_EQ(opened.substr(opened.size() - 16), "/soccer/game.htm");
-  userClick(*f, f->Command1);
-  EXPECT_EQ(opened, "https://quorvel.example.org/");
-  EXPECT_TRUE(f->LastMessage.Title.empty());
-
-  f->platform.openUrl = [](const std::string&) { return false; };
-  userClick(*f, f->Banner[1]);
-  EXPECT_EQ(f->LastMessage.Title, "Cannot find Browser:");
-  EXPECT_EQ(f->LastMessage.Text,
-            "This function requires internet explorer (iexplore.exe) to be in the directory "
-            "c:\\Program Files\\  ");
-  EXPECT_TRUE(f->LastMessage.critical);
-}
-
 }  // namespace
 }  // namespace quorvel

@@ -13,18 +13,13 @@
 namespace quorvel {
 namespace {
 
-using test::startMatch;
-
 // A draw that lands on offset k of a range of n values.
 double pick(int k, int n) {
   return (k + 0.5) / n;
 }
 
-TEST(Load, AutomaticPlayIsOffAndTheStartUpCounterWraps) {
+TEST(Load, TheStartUpCounterWraps) {
   auto f = newMatchForm();
-  EXPECT_EQ(f->ChAuto.Caption, "Wait for player");  // ticking the box raised its click
-  EXPECT_FALSE(f->TimAuto.Enabled());
-  EXPECT_EQ(f->DiceReady, -1);
   f->Sched.advance(45);
   EXPECT_EQ(f->TimiCount, 3);
   f->TimiCount = 32759;
@@ -54,15 +49,6 @@ TEST(Load, WhileWaitingForStartTicksThatShowNothingChangeNothingButTheirCount) {
   }
   EXPECT_EQ(quiet, 140);
   EXPECT_EQ(f->Sched.shownTicksRun(), 2);  // the team panel's, once a second
-}
-
-// The rest of Start is read off by the start_and_walk and start_during_last_goal scenarios.
-TEST(Start, SetsTheComputersSubstitutionMinutesAndStopsTheStartUpCounter) {
-  auto f = newMatchForm();
-  startMatch(*f, 1);
-  EXPECT_EQ(f->SubMinute[2][1], 100);
-  EXPECT_EQ(f->SubMinute[2][2], 60);
-  EXPECT_FALSE(f->Timi.Enabled());
 }
 
 TEST(Start, TheMatchCountWrapsAfter9999AndTheNextMatchCountsAsAFirst) {
@@ -114,25 +100,6 @@ TEST(SetPlay, VariedRedrawsOverItsOwnSideAndFallsBackWhenARowIsFull) {
     if (i != 2) {
       EXPECT_NE(square(*f, i), std::make_pair(c2, r2));
     }
-}
-
-TEST(SetPlay, QuickplayPutsPicturesOnTheirSquaresExceptDuringASubstitution) {
-  auto f = newMatchForm();
-  f->Chq.Value = 1;
-  f->TeamTurn = 2;
-  SetPlay(*f);
-  for (int i = 1; i <= 22; ++i) {
-    EXPECT_EQ(f->Player[i].Left, playerLeft(f->PlayerCol[i])) << i;
-    EXPECT_EQ(f->Player[i].Top, playerTop(f->PlayerRow[i])) << i;
-  }
-  EXPECT_TRUE(f->TimPlace.Enabled());
-
-  auto g = newMatchForm();
-  g->Chq.Value = 1;
-  g->SubTicks = 300;
-  g->TeamTurn = 1;
-  SetPlay(*g);
-  EXPECT_EQ(g->Player[5].Top, 9300);  // still in the line-up below the pitch
 }
 
 }  // namespace

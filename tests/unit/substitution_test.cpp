@@ -10,27 +10,10 @@
 namespace quorvel {
 namespace {
 
-// The draw that makes MakeSub pick `player` (2..11 or 13..22).
-double drawOff(int player) {
-  return test::drawFor(player <= 11 ? player : player - 11, 2, 11);
-}
-
-TEST(MakeSub, TheKeeperAndTheBallOwnerNeverLeaveAndBeforeTheFirstStartNobodyDoes) {
+TEST(MakeSub, BeforeTheFirstStartThereIsNobodyToTakeOff) {
   auto idle = newMatchForm();
   MakeSub(*idle);
   EXPECT_EQ(idle->SubOff, 0);
-  for (int side : {1, 2}) {
-    auto f = test::matchReady(side);
-    const int first = side == 1 ? 2 : 13, owner = first + 3;
-    f->BallOwner = owner;
-    // The extreme draws reach the first and the last outfield shirt; the owner is drawn again.
-    f->Rnd.force({0.0, 0.999, drawOff(owner), drawOff(owner + 1)});
-    for (int off : {first, first + 9, owner + 1}) {
-      MakeSub(*f);
-      EXPECT_EQ(f->SubOff, off);
-    }
-    EXPECT_EQ(f->Rnd.forcedPending(), 0u);
-  }
 }
 
 // Every refusal still clears the box, "Quickplay" and automatic play and leaves the box on

@@ -13,12 +13,9 @@
 
 namespace quorvel::test {
 
-// The draw that makes a random lo..hi come out as `value`; face(n) makes the die show n.
-inline double drawFor(int value, int lo, int hi) {
-  return (value - lo + 0.5) / (hi - lo + 1);
-}
+// The draw that makes the die show n.
 inline double face(int n) {
-  return drawFor(n, 1, 6);
+  return (n - 0.5) / 6;
 }
 
 // Presses Start of a first match with the kick-off forced to `side` (1 left, 2 right).
@@ -87,13 +84,6 @@ inline void kick(MatchForm& f, int owner, int col, int row, int die, int flag,
   f.Rnd.force(more);
   ClickDi(f);
   press(f, f.CDdest[flag]);
-}
-
-inline std::vector<int> visibleFlags(const MatchForm& f) {
-  std::vector<int> v;
-  for (int d = 0; d < 8; ++d)
-    if (f.CDdest[d].Visible) v.push_back(d);
-  return v;
 }
 
 // A match under way, kicked off by the left side, its walk over; giveBall moves the ball.

@@ -78,13 +78,10 @@ class Harness {
   void noteNewMatch();
   bool checkSideToPlay();
   bool checkRoll();
-  bool checkPlacement();
   bool checkClock();
   bool checkKicks();
   bool checkScore();
   bool checkSubstitutions();
-  bool checkPossession();
-  bool checkNames();
   bool coloursChanged();
   bool checkTeamColours();
 
