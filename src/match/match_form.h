@@ -17,6 +17,9 @@
 
 namespace quorvel {
 
+// The limits of match/match_variables.def: no limit on what a script may write.
+inline constexpr double kAnyLow = -1e9, kAnyHigh = 1e9, kNoOtherValue = -1e9;
+
 struct Message {
   std::string Title;
   std::string Text;  // lines joined by '\r'
@@ -68,74 +71,15 @@ struct MatchForm {
   Random Rnd;         // the one random source, draws in [0, 1)
   Platform platform;  // browser, message box, repaint and quit, as the host provides them
 
-  // ---- match flow, die and clock ---------------------------------------------------------
-  Single GameOn = kNoMatchYet;  // kNoMatchYet until the first Start, then kGameOn for good
-  std::string GameEnd;          // "ended" from full time until the next Start, else empty
-  Long GameCount = 0;       // matches started, 1..9999 then 1 again; 1 favours the left kick-off
-  Integer KickOffSide = 0;  // side 1 or 2 that kicked off this half
-  Integer TimiCount = 0;    // Timi ticks before the first Start, wraps at 32760 to -32760
-  Single DiceReady = 0;     // kDiceReady: the side to play may roll; kDiceRolled: not now
-  Integer DiceValue = 0;    // last roll, 1..6
-  double ClockMin = 0;      // whole minutes of game time, 0..90
-  double ClockSec = 0;      // seconds/100 of the minute, 0..0.5; 0.6 carries into ClockMin
-  Single HalfHold = 0;      // 1 from half time until the next roll, else 0
-
-  // ---- possession and the kick -----------------------------------------------------------
-  Single TeamTurn = 0;                        // side to play, kLeftSide or kRightSide
-  Single BallOwner = 0;                       // player in possession, 1..22
-  Integer BallCol = 0, BallRow = 0;           // the owner's square, 1..16 and 1..8
-  std::array<Integer, 9> FlagDx{}, FlagDy{};  // per direction 0..7: squares the roll reaches
-  std::array<Integer, 9> FlagGoal{};          // per direction 0..7: 1 a shot at goal, else -1
-  Single FlagCount = 0;                       // flags offered by the last roll, 0..8
-  Single OnlyFlag = 0;                        // the one flag offered 0..7, or kNoOnlyFlag
-  Integer KickFlag = 0;                       // flag 0..7 of the kick in flight, -1 none
-  Single ClickFrom = kFromMouse;              // origin of the next flag click: kFrom...
-  double TargetCol = 0, TargetRow = 0;        // square kicked to (column 0 or 17: a shot)
-  Integer Receiver = 0;                       // player 1..22 who gets the ball
-  double ReceiverDist = 0;                    // his distance to the target (+ rank tie-break)
-  Integer ContestWin = kNoContest;            // kNoContest, kLeftWonContest, kRightWonContest
-  double KickTicks = 0;                       // ball ticks left of the kick, 60 down to 0
-  double BallStepX = 0, BallStepY = 0;        // twips the ball moves per ball tick
-  double RunStepX = 0, RunStepY = 0;          // twips the receiver runs per ball tick
-  std::array<double, 3> KickCount{};          // (1..2) completed kicks per side since start-up
-  Integer DribbleDx = 0, DribbleDy = 0;       // twips per tick of the idle ball's dribble
-
-  // ---- goals -----------------------------------------------------------------------------
-  Integer GoalFlag = 0;    // flag 0..7 of the shot being played, -1 when not a shot
-  Integer GoalSide = 0;    // goal scored in: 1 the right-hand, 2 the left-hand; 0 none
-  Integer CheerTicks = 0;  // 250 ms ticks of the goal celebration, 0..12
-  Single CheerFlip = 0;    // 0/1, the celebration's colour swap
-  Single GoalHold = 0;     // 1 from the end of a celebration until the next roll, else 0
-
-  // ---- team shape ------------------------------------------------------------------------
-  std::array<double, 23> PlayerCol{}, PlayerRow{};  // (1..22) squares, 1..16 and 1..8
-  Single PlaceMode = 0;                 // kPlaceKickOff or kPlaceAfterSub: the walk and the ball
-  Integer PlaceTicks = 0;               // TimPlace ticks since the last SetPlay
-  std::array<Single, 3> FormChanged{};  // (1..2) non-zero once a side re-planned this walk
-  Integer SubTicks = 0;                 // substitution walk ticks; 0 none, 300 until it re-forms
-  Single SubOff = 0;                    // player 2..11 or 13..22 leaving the pitch, 0 none
-  Single SubNumber = 0;                 // shirt 12 or 13 of the next substitute
-  Integer GoalDiff = 0;                 // right side's goals minus the left side's, last computed
-
-  // ---- computer opponent and automatic play ----------------------------------------------
-  Single AIGo = 0;    // 0 not the computer's turn, 1 it is to roll, 2 it must choose a flag
-  double AIIQ = 0;    // the computer's skill 1..6, from Hai
-  Single AIFlag = 0;  // flag 0..7 of its last choice, -1 while it chooses
-  std::array<std::array<Integer, 7>, 3> SubMinute{};  // (1..2, IQ 1..6) earliest minutes of
-                                                      // its first and second substitution
-  Integer ThreatCount = 0, ThreatAICount = 0, ThreatDiff = 0;  // outfield players 0..10 in
-                                                               // the danger zone; difference
-  Integer TerrorCount = 0, TerrorAICount = 0, TerrorDiff = 0;  // outfield players 0..10 in
-                                                               // the far six columns
-  Single AutoHold = 0;  // 1 after automatic play clicked the only flag, until a real choice
-
-  // ---- presentation ----------------------------------------------------------------------
-  std::array<Integer, 5> ColRed{}, ColGreen{}, ColBlue{};     // (0..3) swatch colours 0..255
-  std::array<Integer, 5> RedStep{}, GreenStep{}, BlueStep{};  // (0..3) colour steps, set at load
-  std::array<std::string, 3> TeamName{};                      // (1..2) names last drawn
-  std::array<Integer, 3> HeadPick{}, TailPick{};        // (1..2) name-table entries drawn last
-  std::array<std::string, 151> NameHead{}, NameTail{};  // (1..130) name halves: clubs, nations
-  Integer EditLock = 0;  // kNamesLocked or kNamesOpen, set by TimTeam; 0 before its first tick
+  // ---- the form variables: each with its note in match/match_variables.def ----------------
+#define MATCH_VAR(type, name, start, lowest, highest, orAlso) type name = start;
+#define MATCH_ARRAY(type, extent, name, lowest, highest) std::array<type, extent> name{};
+#define MATCH_TABLE(type, rows, columns, name, lowest, highest) \
+  std::array<std::array<type, columns>, rows> name{};
+#include "match/match_variables.def"
+#undef MATCH_VAR
+#undef MATCH_ARRAY
+#undef MATCH_TABLE
 
   // ---- the window itself -----------------------------------------------------------------
   Colour BackColor;           // the main window's background

@@ -89,7 +89,7 @@ std::string escapeJson(const std::string& s) {
 // ---- registration ---------------------------------------------------------------------------
 
 template <typename T>
-void FormPaths::addVar(const char* name, T& v) {
+void FormPaths::addVar(const Domain& limits, T& v) {
   Type t;
   if constexpr (std::is_same_v<T, Integer>)
     t = Type::Int16;
@@ -101,57 +101,38 @@ void FormPaths::addVar(const char* name, T& v) {
     t = Type::Double;
   else
     t = Type::String;
-  vars_[name] = Var{t, &v, 0, {0, 0}};
-  varOrder_.emplace_back(name);
+  vars_[limits.name] = Var{t, &v, 0, {0, 0}, limits};
+  varOrder_.emplace_back(limits.name);
 }
 
 template <typename T, std::size_t N>
-void FormPaths::addVar(const char* name, std::array<T, N>& a) {
-  addVar(name, a[0]);
-  Var& v = vars_[name];
+void FormPaths::addVar(const Domain& limits, std::array<T, N>& a) {
+  addVar(limits, a[0]);
+  Var& v = vars_[limits.name];
   v.dims = 1;
   v.size[0] = static_cast<int>(N);
 }
 
-void FormPaths::addVar(const char* name, std::array<std::array<Integer, 7>, 3>& a) {
-  addVar(name, a[0][0]);
-  Var& v = vars_[name];
+template <typename T, std::size_t N, std::size_t M>
+void FormPaths::addVar(const Domain& limits, std::array<std::array<T, M>, N>& a) {
+  addVar(limits, a[0][0]);
+  Var& v = vars_[limits.name];
   v.dims = 2;
-  v.size[0] = 3;
-  v.size[1] = 7;
+  v.size[0] = static_cast<int>(N);
+  v.size[1] = static_cast<int>(M);
 }
 
-namespace {
-
-constexpr Domain kDomains[] = {
-    {"TeamTurn", 0, 2, -1e9},   {"BallOwner", 0, 22, -1e9},  {"Receiver", 0, 22, -1e9},
-    {"SubOff", 0, 22, -1e9},    {"KickFlag", -1, 7, -1e9},   {"GoalFlag", -1, 7, -1e9},
-    {"GoalSide", 0, 2, -1e9},   {"AIFlag", -1, 7, -1e9},     {"OnlyFlag", 0, 7, kNoOnlyFlag},
-    {"DiceValue", 0, 7, -1e9},  {"KickOffSide", 0, 2, -1e9}, {"HeadPick", 0, 150, -1e9},
-    {"TailPick", 0, 150, -1e9}, {"PlayerCol", 0, 17, -1e9},  {"PlayerRow", 0, 9, -1e9},
-    {"BallCol", 0, 17, -1e9},   {"BallRow", 0, 9, -1e9},     {"TargetCol", 0, 17, -1e9},
-    {"TargetRow", 0, 9, -1e9},  {"FlagDx", 0, 17, -1e9},     {"FlagDy", 0, 9, -1e9},
-};
-
-}  // namespace
-
 FormPaths::FormPaths(MatchForm& f) : f_(f) {
-#define QV(name) addVar(#name, f.name)
-  QV(GameOn), QV(GameEnd), QV(GameCount), QV(KickOffSide), QV(TimiCount), QV(DiceReady);
-  QV(DiceValue), QV(ClockMin), QV(ClockSec), QV(HalfHold);
-  QV(TeamTurn), QV(BallOwner), QV(BallCol), QV(BallRow), QV(FlagDx), QV(FlagDy), QV(FlagGoal);
-  QV(FlagCount), QV(OnlyFlag), QV(KickFlag), QV(ClickFrom), QV(TargetCol), QV(TargetRow);
-  QV(Receiver), QV(ReceiverDist), QV(ContestWin), QV(KickTicks), QV(BallStepX), QV(BallStepY);
-  QV(RunStepX), QV(RunStepY), QV(KickCount), QV(DribbleDx), QV(DribbleDy);
-  QV(GoalFlag), QV(GoalSide), QV(CheerTicks), QV(CheerFlip), QV(GoalHold);
-  QV(PlayerCol), QV(PlayerRow), QV(PlaceMode), QV(PlaceTicks), QV(FormChanged), QV(SubTicks);
-  QV(SubOff), QV(SubNumber), QV(GoalDiff);
-  QV(AIGo), QV(AIIQ), QV(AIFlag), QV(SubMinute), QV(ThreatCount), QV(ThreatAICount);
-  QV(ThreatDiff), QV(TerrorCount), QV(TerrorAICount), QV(TerrorDiff), QV(AutoHold);
-  QV(ColRed), QV(ColGreen), QV(ColBlue), QV(RedStep), QV(GreenStep), QV(BlueStep);
-  QV(TeamName), QV(HeadPick), QV(TailPick), QV(NameHead), QV(NameTail), QV(EditLock);
-#undef QV
-  for (const Domain& d : kDomains) vars_.at(d.name).domain = &d;
+#define MATCH_VAR(type, name, start, lowest, highest, orAlso) \
+  addVar(Domain{#name, lowest, highest, orAlso}, f.name);
+#define MATCH_ARRAY(type, extent, name, lowest, highest) \
+  addVar(Domain{#name, lowest, highest, kNoOtherValue}, f.name);
+#define MATCH_TABLE(type, rows, columns, name, lowest, highest) \
+  addVar(Domain{#name, lowest, highest, kNoOtherValue}, f.name);
+#include "match/match_variables.def"
+#undef MATCH_VAR
+#undef MATCH_ARRAY
+#undef MATCH_TABLE
 
   forEachControl(f, [this](Control& c) {
     controls_[c.name] = &c;
@@ -236,7 +217,8 @@ std::string FormPaths::resolveVar(std::string_view path, Field& out) const {
       break;
   }
   out = Field{v.type, static_cast<char*>(v.base) + offset * static_cast<long>(elem)};
-  out.domain = v.domain;
+  const bool limited = v.limits.lo != kAnyLow || v.limits.hi != kAnyHigh;
+  out.domain = limited ? &v.limits : nullptr;
   return {};
 }
 
@@ -404,7 +386,7 @@ std::string outsideDomain(const FormPaths::Field& fl, double v) {
   const Domain* d = fl.domain;
   if (d == nullptr || (v >= d->lo && v <= d->hi) || v == d->extra) return {};
   std::string range = plainNumber(d->lo) + ".." + plainNumber(d->hi);
-  if (d->extra != -1e9) range += " or " + plainNumber(d->extra);
+  if (d->extra != kNoOtherValue) range += " or " + plainNumber(d->extra);
   return "value " + plainNumber(v) + " out of range " + range + " for " + quoted(d->name);
 }
 

@@ -21,7 +21,7 @@ namespace quorvel {
 struct Domain {
   const char* name;
   double lo, hi;
-  double extra;  // one more allowed value outside lo..hi (OnlyFlag's "none"), or -1e9
+  double extra;  // one more allowed value outside lo..hi (OnlyFlag's "none"), or kNoOtherValue
 };
 
 class FormPaths {
@@ -62,15 +62,16 @@ class FormPaths {
   struct Var {
     Type type;
     void* base;
-    int dims;     // 0, 1 or 2
-    int size[2];  // extents
-    const Domain* domain = nullptr;
+    int dims;       // 0, 1 or 2
+    int size[2];    // extents
+    Domain limits;  // what a script may write, when the rules use the variable as an index
   };
   template <typename T>
-  void addVar(const char* name, T& v);
+  void addVar(const Domain& limits, T& v);
   template <typename T, std::size_t N>
-  void addVar(const char* name, std::array<T, N>& a);
-  void addVar(const char* name, std::array<std::array<Integer, 7>, 3>& a);
+  void addVar(const Domain& limits, std::array<T, N>& a);
+  template <typename T, std::size_t N, std::size_t M>
+  void addVar(const Domain& limits, std::array<std::array<T, M>, N>& a);
 
   std::string resolve(std::string_view path, Field& out) const;
   std::string resolveVar(std::string_view path, Field& out) const;
