@@ -17,7 +17,8 @@ const char* const kUsage =
     "Runs each script in turn on one headless match form, or standard input when none is\n"
     "named; '-' names standard input too, and '--' ends the options.\n"
     "Exit status: 0 every line ran, 1 a failed expect or until, 2 a line that could not be\n"
-    "carried out or a script that cannot be read.\n";
+    "carried out or a script that cannot be read. docs/driver.md tells each command.\n"
+    "Commands, one a line ('#' starts a comment):\n";
 
 // Opens a script, or says on standard error why it cannot be read.
 bool open(const char* name, std::ifstream& in) {
@@ -49,6 +50,7 @@ int main(int argc, char** argv) {
     }
     if (a == "--help" || a == "-h") {
       std::cout << kUsage;
+      for (const std::string& usage : quorvel::Driver::usages()) std::cout << "  " << usage << '\n';
       return 0;
     }
     if (a.size() > 1 && a[0] == '-') {

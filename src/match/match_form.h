@@ -1,6 +1,6 @@
-// MatchForm: the whole state of the game in one structure. The form variables are named and
-// typed as the rules name them; the controls are plain data. Every procedure of the game is a
-// free function over this structure.
+// MatchForm: the whole state of the game in one structure: the form variables (listed once, in
+// match_variables.def), the controls as plain data, the timers and the closing window. Every
+// procedure of the game is a free function over this structure.
 #pragma once
 
 #include <algorithm>

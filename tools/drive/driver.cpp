@@ -178,9 +178,9 @@ Driver::Status Driver::call(const Words& w, int lineNo) {
 
 // ---- commands --------------------------------------------------------------------------------
 
-const Driver::Command* Driver::command(std::string_view name) {
+const std::vector<std::pair<std::string_view, Driver::Command>>& Driver::commands() {
   constexpr std::size_t kAny = std::numeric_limits<std::size_t>::max();
-  static const std::map<std::string_view, Command, std::less<>> kCommands = {
+  static const std::vector<std::pair<std::string_view, Command>> kCommands = {
       {"seed", {2, 2, "seed N", &Driver::seed}},
       {"rnd", {2, kAny, "rnd R1 R2 ...", &Driver::rnd}},
       {"click", {2, 2, "click CONTROL", &Driver::click}},
@@ -199,8 +199,19 @@ const Driver::Command* Driver::command(std::string_view name) {
       {"expect", {3, 3, "expect PATH VALUE", &Driver::expect}},
       {"dump", {1, 1, "dump", &Driver::dump}},
   };
-  const auto it = kCommands.find(name);
-  return it == kCommands.end() ? nullptr : &it->second;
+  return kCommands;
+}
+
+const Driver::Command* Driver::command(std::string_view name) {
+  for (const auto& [word, c] : commands())
+    if (word == name) return &c;
+  return nullptr;
+}
+
+std::vector<std::string> Driver::usages() {
+  std::vector<std::string> all;
+  for (const auto& entry : commands()) all.emplace_back(entry.second.usage);
+  return all;
 }
 
 Driver::Status Driver::execute(std::string_view line, int lineNo) {

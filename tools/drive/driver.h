@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "form_paths.h"
@@ -26,6 +27,9 @@ class Driver {
 
   MatchForm& form() { return *form_; }
 
+  // Every command's form ("click CONTROL", "until PATH VALUE MS", ...), as --help lists them.
+  static std::vector<std::string> usages();
+
  private:
   using Words = std::vector<std::string>;
   // One handler a command; `w` holds the command's words, its count already checked.
@@ -35,6 +39,7 @@ class Driver {
     const char* usage;
     Handler handler;
   };
+  static const std::vector<std::pair<std::string_view, Command>>& commands();
   static const Command* command(std::string_view name);
 
   Status fail(int lineNo, const std::string& what);
