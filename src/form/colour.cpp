@@ -64,6 +64,13 @@ double chroma(double a, double b) {
   return std::sqrt(a * a + b * b);
 }
 
+// Linear light 0..1 (clipped) to an sRGB component 0..255.
+int encoded(double linearLight) {
+  const double c = std::clamp(linearLight, 0.0, 1.0);
+  const double s = c <= 0.0031308 ? 12.92 * c : 1.055 * std::pow(c, 1 / 2.4) - 0.055;
+  return static_cast<int>(std::lround(s * 255));
+}
+
 double luminance(Colour c) {
   return 0.2126 * linear(c.red()) + 0.7152 * linear(c.green()) + 0.0722 * linear(c.blue());
 }
@@ -142,6 +149,43 @@ double deltaE(const Lab& x, const Lab& y) {
 
 double deltaE(Colour x, Colour y) {
   return deltaE(toLab(x), toLab(y));
+}
+
+const char* visionName(Vision v) {
+  switch (v) {
+    case Vision::Typical:
+      return "typical eye";
+    case Vision::Protanopia:
+      return "protanopia";
+    case Vision::Deuteranopia:
+      return "deuteranopia";
+    case Vision::Tritanopia:
+      return "tritanopia";
+  }
+  return "?";
+}
+
+Colour simulate(Colour c, Vision v) {
+  using Matrix = std::array<std::array<double, 3>, 3>;
+  // Machado et al. (2009), severity 1.0 of protanomaly, deuteranomaly and tritanomaly.
+  static constexpr Matrix kProtan = {{{0.152286, 1.052583, -0.204868},
+                                      {0.114503, 0.786281, 0.099216},
+                                      {-0.003882, -0.048116, 1.051998}}};
+  static constexpr Matrix kDeutan = {{{0.367322, 0.860646, -0.227968},
+                                      {0.280085, 0.672501, 0.047413},
+                                      {-0.011820, 0.042940, 0.968881}}};
+  static constexpr Matrix kTritan = {{{1.255528, -0.076749, -0.178779},
+                                      {-0.078411, 0.930809, 0.147602},
+                                      {0.004733, 0.691367, 0.303900}}};
+  if (v == Vision::Typical) return c;
+  const Matrix& m = v == Vision::Protanopia     ? kProtan
+                    : v == Vision::Deuteranopia ? kDeutan
+                                                : kTritan;
+  const double in[3] = {linear(c.red()), linear(c.green()), linear(c.blue())};
+  int out[3];
+  for (std::size_t i = 0; i < 3; ++i)
+    out[i] = encoded(m[i][0] * in[0] + m[i][1] * in[1] + m[i][2] * in[2]);
+  return RGB(out[0], out[1], out[2]);
 }
 
 }  // namespace quorvel
