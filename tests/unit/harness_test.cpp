@@ -117,6 +117,12 @@ TEST(Harness, EveryPromiseIsCaughtWhenTheStateBreaksIt) {
       {"side 1's colours", [&](MatchForm& f, Harness&) { paint(f, 1, RGB(252, 84, 84)); }},
       {"melts into the grass", [&](MatchForm& f, Harness&) { paint(f, 0, RGB(42, 126, 42)); }},
       {"main colours", [&](MatchForm& f, Harness&) { paint(f, 3, RGB(210, 0, 0)); }},
+      // Each passes for the typical eye and fails for one colour-blind eye; the start-up red
+      // left on show meanwhile is the game's kit, not a draw.
+      {": 1 (protanopia)", [&](MatchForm& f, Harness&) { paint(f, 1, RGB(0, 0, 126)); }},
+      {"(deuteranopia)", [&](MatchForm& f, Harness&) { paint(f, 0, RGB(168, 0, 0)); }},
+      {"(tritanopia)", [&](MatchForm& f, Harness&) { paint(f, 0, RGB(0, 126, 210)); }},
+      {"alike (protanopia)", [&](MatchForm& f, Harness&) { paint(f, 0, RGB(210, 42, 210)); }},
       {"timer ticks kept coming",
        [](MatchForm& f, Harness& h) {
          f.TimB.setInterval(1);  // far faster than any timer of the game

@@ -16,7 +16,7 @@
 namespace quorvel {
 namespace {
 
-constexpr std::uint64_t kSignature = 14215092723547634153ULL;
+constexpr std::uint64_t kSignature = 17326896760652639683ULL;
 
 // FNV-1a, 64 bits.
 void mix(std::uint64_t& h, std::string_view bytes) {
