@@ -1,6 +1,7 @@
 // A 24-bit RGB colour as the controls' colour properties hold it.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -40,5 +41,17 @@ Lab toLab(Colour c);
 // 25 and more tells two colours apart at a glance, hue included.
 double deltaE(const Lab& x, const Lab& y);
 double deltaE(Colour x, Colour y);
+
+// The eyes colours are chosen for: the typical eye, and the full (dichromatic) forms of the
+// three colour deficiencies, red-blind, green-blind and blue-blind.
+enum class Vision { Typical, Protanopia, Deuteranopia, Tritanopia };
+constexpr std::array<Vision, 4> kVisions = {Vision::Typical, Vision::Protanopia,
+                                            Vision::Deuteranopia, Vision::Tritanopia};
+// "typical eye", "protanopia", ...
+const char* visionName(Vision v);
+// The colour a typical eye would have to see to see as `v` sees `c`: the model of Machado,
+// Oliveira and Fernandes (2009) at full severity, applied in linear RGB. Colours are then
+// compared as usual (contrastRatio, deltaE) to tell what that eye can tell apart.
+Colour simulate(Colour c, Vision v);
 
 }  // namespace quorvel

@@ -70,12 +70,14 @@ void RainB_Click(MatchForm& f, int index) {
 // of the levels 1, 3 and 6. The draw is repeated until the colour
 //   - contrasts with its own team's other colour (shirt numbers stay readable),
 //   - stands out from both pitch greens (pieces and keepers show on the grass), and
-//   - for a main colour, stands out from the other team's main colour.
+//   - for a main colour, stands out from the other team's main colour,
+// each as the typical eye sees it and as each colour-blind eye sees it (see ColourRule).
 // Lightness decides the first, so it is a contrast ratio; hue counts as much as lightness for
-// the other two, so they are colour differences (see kShirtContrast and kStandOut).
+// the other two, so they are colour differences.
 // After 1000 refused draws (possible only with a perverse forced sequence) the first kit
-// colour, then the first of all colours, that passes is taken; some always does for colours
-// on the level grid, and otherwise the one that fails by least. So a draw always ends.
+// colour, then the first of all colours, that passes is taken; some always does while the
+// other swatches hold colours of random levels, kit colours or the start-up ones, and
+// otherwise the one that fails by least. So a draw always ends.
 
 namespace {
 
@@ -107,9 +109,17 @@ int partnerOf(int i) {
 // How far `c` is from failing as swatch `index`, each measure in units of its own threshold:
 // 0 or more passes.
 double margin(const MatchForm& f, int index, Colour c) {
-  double m = contrastRatio(c, swatch(f, partnerOf(index))) / kShirtContrast - 1;
-  for (Colour green : {kPitchLight, kPitchDark}) m = std::min(m, deltaE(c, green) / kStandOut - 1);
-  if (index == 0 || index == 3) m = std::min(m, deltaE(c, swatch(f, 3 - index)) / kStandOut - 1);
+  double m = 1e9;
+  for (Vision v : kVisions) {
+    const ColourRule& rule = colourRule(v);
+    const Colour seen = simulate(c, v);
+    const double contrast = contrastRatio(seen, simulate(swatch(f, partnerOf(index)), v));
+    m = std::min(m, contrast / rule.shirtContrast - 1);
+    for (Colour green : {kPitchLight, kPitchDark})
+      m = std::min(m, deltaE(seen, simulate(green, v)) / rule.fromGrass - 1);
+    if (index == 0 || index == 3)
+      m = std::min(m, deltaE(seen, simulate(swatch(f, 3 - index), v)) / rule.betweenTeams - 1);
+  }
   return m;
 }
 

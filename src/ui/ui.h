@@ -41,12 +41,20 @@ void LinksForm_CDend_Click(MatchForm& f);
 constexpr Colour kPitchLight = RGB(76, 160, 60);
 constexpr Colour kPitchDark = RGB(52, 128, 44);
 
-// What Docol keeps true of the four swatches. A team's two colours are each other's shirt and
-// number (outfield players, and the keeper's swapped shirt): at least this contrast ratio, the
-// WCAG 2 minimum for large text.
-constexpr double kShirtContrast = 3;
-// Every swatch colour (keepers wear the second one) differs at least this much (CIEDE2000)
-// from both greens, and so do the two teams' main colours from each other.
-constexpr double kStandOut = 25;
+// What Docol keeps true of the four swatches, for the typical eye and, seen through
+// `simulate`, for each colour-blind one. A team's two colours are each other's shirt and number
+// (outfield players, and the keeper's swapped shirt): at least `shirtContrast`, a contrast ratio,
+// whose 3 : 1 is the WCAG 2 minimum for large text. Every swatch colour (keepers wear the second
+// one) differs at least `fromGrass` (CIEDE2000) from both greens, and the two teams' main colours
+// at least `betweenTeams` from each other. A colour-blind eye has fewer colours to tell apart,
+// so it is asked less.
+struct ColourRule {
+  double shirtContrast, fromGrass, betweenTeams;
+};
+constexpr ColourRule kTypicalEyeRule = {3, 25, 25};
+constexpr ColourRule kColourBlindRule = {3, 15, 10};
+constexpr const ColourRule& colourRule(Vision v) {
+  return v == Vision::Typical ? kTypicalEyeRule : kColourBlindRule;
+}
 
 }  // namespace quorvel

@@ -114,5 +114,15 @@ TEST(Colour, ContrastAndDifferenceMatchTheirReferences) {
   }
 }
 
+// Full-severity protanopia, deuteranopia and tritanopia (Machado et al. 2009, in linear light):
+// greys stay as they are, and the primary each deficiency loses becomes its known look-alike.
+TEST(Colour, ColourBlindEyesSeeTheirModelsLookAlikes) {
+  for (Vision v : kVisions) EXPECT_EQ(simulate(RGB(119, 119, 119), v), RGB(119, 119, 119));
+  EXPECT_EQ(simulate(RGB(255, 0, 0), Vision::Protanopia), RGB(109, 95, 0));
+  EXPECT_EQ(simulate(RGB(0, 255, 0), Vision::Deuteranopia), RGB(239, 214, 58));
+  EXPECT_EQ(simulate(RGB(0, 0, 255), Vision::Tritanopia), RGB(0, 107, 150));
+  EXPECT_EQ(simulate(RGB(255, 0, 0), Vision::Typical), RGB(255, 0, 0));
+}
+
 }  // namespace
 }  // namespace quorvel

@@ -407,26 +407,40 @@ bool Harness::coloursChanged() {
 
 // Whatever drew them (start-up, a swatch, a team's die, "Random Teams"): each team's number
 // colour reads on its shirt, every colour shows on both greens, and the two teams' main
-// colours tell them apart.
+// colours tell them apart, for the typical eye and for each colour-blind one. The start-up
+// red is as light as the grass and melts into it for red- and green-blind eyes; it is the
+// game's kit, not a draw, so a swatch that still holds its start-up colour answers to the
+// typical eye alone on the grass.
 bool Harness::checkTeamColours() {
   const MatchForm& f = *form_;
+  const Colour startUp[4] = {RGB(252, 0, 0), RGB(252, 252, 252), RGB(0, 252, 252), RGB(0, 0, 252)};
   Colour c[4];
   for (int i = 0; i < 4; ++i) c[i] = RGB(f.ColRed[i], f.ColGreen[i], f.ColBlue[i]);
   auto pair = [&](int i, int j) { return toHex(c[i]) + " and " + toHex(c[j]); };
-  for (int side = 0; side < 2; ++side) {
-    const int main = side * 3, second = 1 + side;
-    const double ratio = contrastRatio(c[main], c[second]);
-    if (ratio < kShirtContrast)
-      return breakPromise("side " + std::to_string(side + 1) + "'s colours " + pair(main, second) +
-                          " contrast only " + std::to_string(ratio) + " : 1");
+  for (Vision v : kVisions) {
+    const ColourRule& rule = colourRule(v);
+    const std::string seenBy = std::string(" (") + visionName(v) + ")";
+    Colour s[4];
+    Lab lab[4];
+    for (int i = 0; i < 4; ++i) s[i] = simulate(c[i], v), lab[i] = toLab(s[i]);
+    for (int side = 0; side < 2; ++side) {
+      const int main = side * 3, second = 1 + side;
+      const double ratio = contrastRatio(s[main], s[second]);
+      if (ratio < rule.shirtContrast)
+        return breakPromise("side " + std::to_string(side + 1) + "'s colours " +
+                            pair(main, second) + " contrast only " + std::to_string(ratio) +
+                            " : 1" + seenBy);
+    }
+    for (Colour green : {kPitchLight, kPitchDark}) {
+      const Lab grass = toLab(simulate(green, v));
+      for (int i = 0; i < 4; ++i)
+        if (deltaE(lab[i], grass) < rule.fromGrass && (v == Vision::Typical || c[i] != startUp[i]))
+          return breakPromise("swatch " + std::to_string(i) + " " + toHex(c[i]) +
+                              " melts into the grass " + toHex(green) + seenBy);
+    }
+    if (deltaE(lab[0], lab[3]) < rule.betweenTeams)
+      return breakPromise("the main colours " + pair(0, 3) + " are too alike" + seenBy);
   }
-  for (int i = 0; i < 4; ++i)
-    for (Colour green : {kPitchLight, kPitchDark})
-      if (deltaE(c[i], green) < kStandOut)
-        return breakPromise("swatch " + std::to_string(i) + " " + toHex(c[i]) +
-                            " melts into the grass " + toHex(green));
-  if (deltaE(c[0], c[3]) < kStandOut)
-    return breakPromise("the main colours " + pair(0, 3) + " are too alike");
   return true;
 }
 
