@@ -8,6 +8,7 @@ namespace quorvel {
 Timer::Timer(Scheduler& owner, std::string name, int interval, bool enabled)
     : owner_(owner), name_(std::move(name)), interval_(interval), enabled_(enabled) {
   start_ = owner_.now();
+  reckon();
 }
 
 void Timer::setEnabled(bool on) {
@@ -17,6 +18,7 @@ void Timer::setEnabled(bool on) {
     start_ = owner_.now();
     fired_ = 0;
   }
+  reckon();
 }
 
 void Timer::setInterval(int ms) {
@@ -26,28 +28,26 @@ void Timer::setInterval(int ms) {
     start_ = owner_.now();
     fired_ = 0;
   }
+  reckon();
 }
 
-Millis Timer::due() const {
-  if (!enabled_ || interval_ <= 0) return Scheduler::kNever;
-  return start_ + (fired_ + 1) * static_cast<Millis>(interval_);
+void Timer::reckon() {
+  due_ = !enabled_ || interval_ <= 0 ? Scheduler::kNever
+                                     : start_ + (fired_ + 1) * static_cast<Millis>(interval_);
+  if (slot_ >= 0) owner_.dues_[static_cast<std::size_t>(slot_)] = due_;
 }
 
 void Scheduler::add(Timer& timer, std::function<void()> handler, OnShow onShow) {
+  timer.slot_ = static_cast<int>(dues_.size());
   entries_.push_back(Entry{&timer, std::move(handler), onShow});
+  dues_.push_back(timer.due());
 }
 
 Scheduler::Entry* Scheduler::dueBy(Millis limit) {
-  Entry* best = nullptr;
-  Millis bestDue = kNever;
-  for (Entry& e : entries_) {
-    const Millis d = e.timer->due();
-    if (d <= limit && d < bestDue) {
-      best = &e;
-      bestDue = d;
-    }
-  }
-  return best;
+  std::size_t best = 0;
+  for (std::size_t k = 1; k < dues_.size(); ++k)
+    if (dues_[k] < dues_[best]) best = k;  // the first of equals: table order
+  return !dues_.empty() && dues_[best] <= limit ? &entries_[best] : nullptr;
 }
 
 Millis Scheduler::nextWake(const Lateness& allowed) const {
@@ -70,6 +70,7 @@ bool Scheduler::step(Millis limit) {
   if (e == nullptr) return false;
   now_ = e->timer->due();
   ++e->timer->fired_;
+  e->timer->reckon();
   ++ticksRun_;
   lastRun_ = e->timer;
   if (e->onShow == OnShow::mayChange) ++shownTicksRun_;

@@ -31,7 +31,7 @@ class Timer {
 
   const std::string& name() const { return name_; }
   // Virtual time of the next tick; never when off or when the interval is not positive.
-  Millis due() const;
+  Millis due() const { return due_; }
 
  private:
   friend class Scheduler;
@@ -41,6 +41,9 @@ class Timer {
   bool enabled_;
   Millis start_ = 0;        // counting origin: the last switch-on or interval change
   std::int64_t fired_ = 0;  // ticks fired since start_
+  Millis due_ = 0;          // the next tick, kept up to date: the scheduler asks every step
+  int slot_ = -1;           // where the scheduler keeps a copy of due_, once registered
+  void reckon();            // due_ (and the scheduler's copy) from the fields above
 };
 
 // Whether a timer's ticks can change anything a window shows.
@@ -102,6 +105,8 @@ class Scheduler {
   std::int64_t shownTicksRun_ = 0;
   const Timer* lastRun_ = nullptr;
   std::vector<Entry> entries_;
+  std::vector<Millis> dues_;  // each entry's next tick, side by side for the search of each step
+  friend class Timer;
 };
 
 }  // namespace quorvel
