@@ -1,6 +1,7 @@
 // How many outfield players of a side stand where they endanger the other side's goal. The
 // computer's twins look at the mirror image: column c on one side is column 17 - c on the other.
 #include "ai/ai.h"
+#include "match/pitch.h"
 
 namespace quorvel {
 
@@ -26,7 +27,7 @@ Integer countOutfield(const MatchForm& f, int side, Zone inZone) {
 }
 
 bool inFrontOfLeftGoal(double col, double row) {
-  return inFrontOfRightGoal(17 - col, row);
+  return inFrontOfRightGoal(kPitchColumns + 1 - col, row);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
+#include "match/pitch.h"
 #include "ui/ui.h"
 
 namespace quorvel {

@@ -5,6 +5,7 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
+#include "match/pitch.h"
 
 namespace quorvel {
 
@@ -52,9 +53,10 @@ std::array<bool, 8> measureDirections(MatchForm& f, int die) {
     if (d == 2 || d == 6) dy = 0;
 
     const int targetRow = isUp(d) ? row - die : isDown(d) ? row + die : row;
-    const bool mouthRow = targetRow == 4 || targetRow == 5;
+    const bool mouthRow = isMouthRow(targetRow);
     // The kicking side is not asked: an own goal is offered like any other shot.
-    if ((isRight(d) && mouthRow && col + die == 17) || (isLeft(d) && mouthRow && col - die == 0))
+    if ((isRight(d) && mouthRow && col + die == kRightMouthColumn) ||
+        (isLeft(d) && mouthRow && col - die == kLeftMouthColumn))
       f.FlagGoal[d] = 1;
 
     if (f.FlagGoal[d] != 1) {
@@ -62,16 +64,16 @@ std::array<bool, 8> measureDirections(MatchForm& f, int die) {
         dy = row - 1;
         cutShort[d] = true;
       }
-      if (isDown(d) && row + dy > 8) {
-        dy = 8 - row;
+      if (isDown(d) && row + dy > kPitchRows) {
+        dy = kPitchRows - row;
         cutShort[d] = true;
       }
       if (isLeft(d) && col - dx < 1) {
         dx = col - 1;
         cutShort[d] = true;
       }
-      if (isRight(d) && col + dx > 16) {
-        dx = 16 - col;
+      if (isRight(d) && col + dx > kPitchColumns) {
+        dx = kPitchColumns - col;
         cutShort[d] = true;
       }
     }
@@ -81,19 +83,22 @@ std::array<bool, 8> measureDirections(MatchForm& f, int die) {
   return cutShort;
 }
 
-// Straight flags are centred in their square; diagonal ones sit 250 twips from the owner's
-// picture corner, a little further right and down.
+// Straight flags are centred in their square; diagonal ones sit kDiagonalFlag twips from the
+// owner's picture corner, a little further right and down.
+constexpr double kStraightFlag = (kSquareTwips - kFlagTwips) / 2;
+constexpr double kDiagonalFlag = 250;
+
 void placeFlags(MatchForm& f) {
   const Picture& owner = f.Player[roundIndex(f.BallOwner)];
   const double L = owner.Left, T = owner.Top;
+  const double l = L - kPlayerInset, t = T - kPlayerInset;  // the owner's square's corner
+  const double sq = kSquareTwips, in = kStraightFlag, out = kDiagonalFlag;
   const auto& dx = f.FlagDx;
   const auto& dy = f.FlagDy;
-  const double left[8] = {
-      L - 15 + 247.5, L + dx[1] * 900 + 250, L - 15 + dx[2] * 900 + 247.5, L + dx[3] * 900 + 250,
-      L - 15 + 247.5, L - dx[5] * 900 + 250, L - 15 - dx[6] * 900 + 247.5, L - dx[7] * 900 + 250};
-  const double top[8] = {
-      T - 15 - dy[0] * 900 + 247.5, T - dy[1] * 900 + 250, T - 15 + 247.5, T + dy[3] * 900 + 250,
-      T - 15 + dy[4] * 900 + 247.5, T + dy[5] * 900 + 250, T - 15 + 247.5, T - dy[7] * 900 + 250};
+  const double left[8] = {l + in, L + dx[1] * sq + out, l + dx[2] * sq + in, L + dx[3] * sq + out,
+                          l + in, L - dx[5] * sq + out, l - dx[6] * sq + in, L - dx[7] * sq + out};
+  const double top[8] = {t - dy[0] * sq + in, T - dy[1] * sq + out, t + in, T + dy[3] * sq + out,
+                         t + dy[4] * sq + in, T + dy[5] * sq + out, t + in, T - dy[7] * sq + out};
   for (int d = 0; d < 8; ++d) {
     f.CDdest[d].Left = left[d];
     f.CDdest[d].Top = top[d];
@@ -136,8 +141,9 @@ void ClickDi(MatchForm& f) {
   for (int d = 0; d < 8; ++d) {
     if (f.FlagGoal[d] != 1) continue;
     f.CDdest[d].Visible = true;
-    if (isRight(d)) f.CDdest[d].Left = 14880;
-    if (isLeft(d)) f.CDdest[d].Left = 75;
+    // A shot's flag stands just off the end of the pitch, in front of the goal.
+    if (isRight(d)) f.CDdest[d].Left = kPitchRight;
+    if (isLeft(d)) f.CDdest[d].Left = kGridLeft - kFlagTwips;
   }
 
   f.OnlyFlag = kNoOnlyFlag;

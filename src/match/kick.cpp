@@ -7,6 +7,7 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
+#include "match/pitch.h"
 
 namespace quorvel {
 
@@ -88,8 +89,8 @@ void CDdest_Click(MatchForm& f, int index) {
     if (bestDist[1] == bestDist[2]) diceContest(f, best);
   }
 
-  f.RunStepY = (f.PlayerRow[f.Receiver] * 900 - f.TargetRow * 900) / f.KickTicks;
-  f.RunStepX = (f.PlayerCol[f.Receiver] * 900 - f.TargetCol * 900) / f.KickTicks;
+  f.RunStepY = (f.PlayerRow[f.Receiver] * kSquareTwips - f.TargetRow * kSquareTwips) / f.KickTicks;
+  f.RunStepX = (f.PlayerCol[f.Receiver] * kSquareTwips - f.TargetCol * kSquareTwips) / f.KickTicks;
 
   f.TimB.setEnabled(true);
   f.ClickFrom = kFromMouse;

@@ -14,6 +14,7 @@
 #include "form/random.h"
 #include "form/scheduler.h"
 #include "match/codes.h"
+#include "match/pitch.h"
 
 namespace quorvel {
 
@@ -166,14 +167,6 @@ void setFocus(MatchForm& f, const Control& c);
 // The four centre squares and the kick-off squares.
 inline bool isCentreSquare(double col, double row) {
   return (col == 8 || col == 9) && (row == 4 || row == 5);
-}
-
-// Twips of the corner of a player picture standing on square (col, row).
-inline double playerLeft(double col) {
-  return (col - 1) * 900 + 495;
-}
-inline double playerTop(double row) {
-  return (row - 1) * 900 + 1935;
 }
 
 }  // namespace quorvel

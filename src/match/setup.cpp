@@ -6,6 +6,7 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
+#include "match/pitch.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -48,8 +49,8 @@ void restartKickOff(MatchForm& f, int side) {
 
 void Form_Load(MatchForm& f) {
   f.TXai.Text = std::to_string(f.Hai.Value);
-  f.PicGame.Left = 5790;
-  f.PicGame.Top = 5000;
+  f.PicGame.Left = kBoardLeft;
+  f.PicGame.Top = kBoardTop;
   // Swatch colours: red, white, cyan, blue; and their levels (component = level x 42).
   const Integer red[4] = {252, 252, 0, 0}, green[4] = {0, 252, 252, 0},
                 blue[4] = {0, 252, 252, 252};
@@ -66,12 +67,12 @@ void Form_Load(MatchForm& f) {
   f.DiceReady = kDiceRolled;
   Rainbow(f);
   setValue(f, f.ChAuto, 1);
-  f.Ball.Left = 7515;
-  f.Ball.Top = 5355;
-  f.Goal[1].Left = 180;
-  f.Goal[1].Top = 4620;
-  f.Goal[0].Left = 14880;
-  f.Goal[0].Top = 4620;
+  f.Ball.Left = kKickOffBallLeft;
+  f.Ball.Top = kKickOffBallTop;
+  f.Goal[1].Left = kLeftGoalLeft;
+  f.Goal[1].Top = kGoalTop;
+  f.Goal[0].Left = kRightGoalLeft;
+  f.Goal[0].Top = kGoalTop;
 }
 
 void Timi_Timer(MatchForm& f) {
@@ -87,7 +88,7 @@ void mixStartUpCount(MatchForm& f) {
 }
 
 void CDgo_Click(MatchForm& f) {
-  if (f.Banner[0].Top < 9160) f.TimBan.setEnabled(true);
+  if (f.Banner[0].Top < kBannerRestTop[0]) f.TimBan.setEnabled(true);
   f.ChtenFIF.Enabled = false;
   writeShirtNumbers(f);
   f.ClockMin = 0;

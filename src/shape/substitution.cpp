@@ -3,15 +3,13 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "match/match_form.h"
+#include "match/pitch.h"
 #include "shape/shape.h"
 
 namespace quorvel {
 
 namespace {
 
-// Where the substitute appears: just above the pitch, about on the half-way line.
-constexpr double kBenchLeft = 7200;
-constexpr double kBenchTop = 960;
 constexpr int kExchangeTicks = 300;
 
 bool boxOfOtherSide(const MatchForm& f, int index) {
@@ -98,10 +96,10 @@ void TimSub_Timer(MatchForm& f) {
   // The exchange lasts a fixed time, whatever the distance: the leaving player heads for the
   // bench point upwards and sideways only and need not reach it.
   if (f.SubTicks < kExchangeTicks) {
-    if (leaving.Top > kBenchTop) leaving.Top -= 15;
-    if (leaving.Left > kBenchLeft) leaving.Left -= 15;
-    if (leaving.Left < kBenchLeft) leaving.Left += 15;
-    sub.Top += 15;
+    if (leaving.Top > kBenchTop) leaving.Top -= kStepTwips;
+    if (leaving.Left > kBenchLeft) leaving.Left -= kStepTwips;
+    if (leaving.Left < kBenchLeft) leaving.Left += kStepTwips;
+    sub.Top += kStepTwips;
     return;
   }
 

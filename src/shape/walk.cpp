@@ -3,6 +3,7 @@
 
 #include "match/codes.h"
 #include "match/match.h"
+#include "match/pitch.h"
 #include "shape/shape.h"
 #include "ui/ui.h"
 
@@ -10,10 +11,10 @@ namespace quorvel {
 
 namespace {
 
-// One 15-twip step towards `target` on one axis; reads the position afresh each test.
+// One step towards `target` on one axis; reads the position afresh each test.
 void stepToward(double& pos, double target) {
-  if (target > pos) pos += 15;
-  if (target < pos) pos -= 15;
+  if (target > pos) pos += kStepTwips;
+  if (target < pos) pos -= kStepTwips;
 }
 
 void finishWalk(MatchForm& f) {
@@ -36,8 +37,8 @@ void TimPlace_Timer(MatchForm& f) {
   }
 
   Picture& ball = f.Ball;
-  ball.Left = std::floor(ball.Left / 15) * 15;
-  ball.Top = std::floor(ball.Top / 15) * 15;
+  ball.Left = std::floor(ball.Left / kStepTwips) * kStepTwips;
+  ball.Top = std::floor(ball.Top / kStepTwips) * kStepTwips;
 
   bool ballStep = false;
   auto nudge = [&ballStep](double& v, double by) {
@@ -45,22 +46,25 @@ void TimPlace_Timer(MatchForm& f) {
     ballStep = true;
   };
   if (f.PlaceMode != kPlaceAfterSub) {
-    if (ball.Left < 7500) nudge(ball.Left, 15);
-    if (ball.Left > 7530) nudge(ball.Left, -15);
-    if (ball.Top < 5340) nudge(ball.Top, 15);
-    if (ball.Top > 5370) nudge(ball.Top, -15);
+    // The ball comes to rest within a step of the kick-off spot.
+    if (ball.Left < kKickOffBallLeft - kStepTwips) nudge(ball.Left, kStepTwips);
+    if (ball.Left > kKickOffBallLeft + kStepTwips) nudge(ball.Left, -kStepTwips);
+    if (ball.Top < kKickOffBallTop - kStepTwips) nudge(ball.Top, kStepTwips);
+    if (ball.Top > kKickOffBallTop + kStepTwips) nudge(ball.Top, -kStepTwips);
   } else {
+    // The ball trails its owner into the box kNear to kFar twips right of and below its corner.
+    constexpr double kNear = 300, kFar = 600;
     const Picture& owner = f.Player[roundIndex(f.BallOwner)];
-    if (owner.Left + 300 > ball.Left) nudge(ball.Left, 15);
-    if (owner.Left + 600 < ball.Left) nudge(ball.Left, -15);
-    if (owner.Top + 300 > ball.Top) nudge(ball.Top, 15);
-    if (owner.Top + 600 < ball.Top) nudge(ball.Top, -15);
+    if (owner.Left + kNear > ball.Left) nudge(ball.Left, kStepTwips);
+    if (owner.Left + kFar < ball.Left) nudge(ball.Left, -kStepTwips);
+    if (owner.Top + kNear > ball.Top) nudge(ball.Top, kStepTwips);
+    if (owner.Top + kFar < ball.Top) nudge(ball.Top, -kStepTwips);
   }
 
   f.PlaceTicks = static_cast<Integer>(f.PlaceTicks + 1);
   if (playLeftVsAI(f) && f.PlaceTicks == 150) FormAI(f);
 
-  // A picture off the 15-twip grid would never arrive; the time-out ends such a walk.
+  // A picture off the grain of kStepTwips would never arrive; the time-out ends such a walk.
   if (!ballStep && f.PlaceTicks > 1024) finishWalk(f);
 
   int arrived = 0;

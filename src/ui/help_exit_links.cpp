@@ -3,6 +3,7 @@
 #include <string>
 
 #include "match/match_form.h"
+#include "match/pitch.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -71,11 +72,11 @@ void CDend_Click(MatchForm& f) {
 
 void TimBan_Timer(MatchForm& f) {
   if (f.Chq.Value == 1) {
-    f.Banner[0].Top = 9160;
-    f.Banner[1].Top = 10300;
+    f.Banner[0].Top = kBannerRestTop[0];
+    f.Banner[1].Top = kBannerRestTop[1];
   }
-  if (f.Banner[0].Top < 9160) f.Banner[0].Top += 90;
-  if (f.Banner[1].Top < 10300) f.Banner[1].Top += 45;
+  if (f.Banner[0].Top < kBannerRestTop[0]) f.Banner[0].Top += 90;
+  if (f.Banner[1].Top < kBannerRestTop[1]) f.Banner[1].Top += 45;
 }
 
 void Timer1_Timer(MatchForm&) {}  // a spare timer of the layout; it is never switched on

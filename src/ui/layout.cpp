@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "match/pitch.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -65,19 +66,22 @@ void label(TextBox& t, std::string text, Colour back = kWindow, Colour ink = kIn
 }
 
 void pitch(MatchForm& f) {
-  place(f.Grass, "Grass", 465, 1905, kPitchWidth, kPitchHeight).Image = "pitch";
-  place(f.Goal[1], "Goal(1)", 180, 4620, 300, 1800).Image = "goal";
-  place(f.Goal[0], "Goal(0)", 14880, 4620, 300, 1800).Image = "goal";
-  place(f.Ball, "Ball", 7515, 5355, 330, 330).Image = "ball";
+  // The pitch picture's chalk frame lies just outside the grid.
+  const double left = kGridLeft - kPitchFrameTwips, top = kGridTop - kPitchFrameTwips;
+  place(f.Grass, "Grass", left, top, kPitchWidth, kPitchHeight).Image = "pitch";
+  place(f.Goal[1], "Goal(1)", kLeftGoalLeft, kGoalTop, kGoalWidth, kGoalHeight).Image = "goal";
+  place(f.Goal[0], "Goal(0)", kRightGoalLeft, kGoalTop, kGoalWidth, kGoalHeight).Image = "goal";
+  place(f.Ball, "Ball", kKickOffBallLeft, kKickOffBallTop, kBallTwips, kBallTwips).Image = "ball";
 
   // Before the first Start the teams line up below the pitch, left side above right side.
   for (int i = 0; i <= 22; ++i) {
     Picture& p = f.Player[i];
     if (i == 0) {
-      place(p, "Player(0)", 7200, 960, 870, 870).Visible = false;
+      place(p, "Player(0)", kBenchLeft, kBenchTop, kPlayerTwips, kPlayerTwips).Visible = false;
     } else {
       const int k = i <= 11 ? i - 1 : i - 12;
-      place(p, at("Player", i), 495 + k * 1305, i <= 11 ? 9300 : 10320, 870, 870);
+      place(p, at("Player", i), playerLeft(1) + k * 1305, i <= 11 ? 9300 : 10320, kPlayerTwips,
+            kPlayerTwips);
     }
     p.Image = "player";
     TextBox& t = f.Tnum[i];
@@ -86,7 +90,7 @@ void pitch(MatchForm& f) {
   }
 
   for (int d = 0; d < 10; ++d) {
-    CommandButton& b = place(f.CDdest[d], at("CDdest", d), 120, 120, 405, 405);
+    CommandButton& b = place(f.CDdest[d], at("CDdest", d), 120, 120, kFlagTwips, kFlagTwips);
     b.Image = "flag";
     b.Visible = false;  // nothing is offered before the first roll
     b.ToolTipText = "Kick the ball here";
@@ -104,7 +108,7 @@ void pitch(MatchForm& f) {
     s.ToolTipText = "Click to change this team colour";
   }
 
-  Picture& board = place(f.PicGame, "PicGame", 5790, 5000, 3780, 1040);
+  Picture& board = place(f.PicGame, "PicGame", kBoardLeft, kBoardTop, 3780, 1040);
   board.Visible = false;  // no half or match has ended yet
   board.BackColor = RGB(16, 32, 16);
   place(f.TXgame[0], "TXgame(0)", 60, 60, 1800, 920, &board);

@@ -1,9 +1,12 @@
 // How the stored layout is presented, as plain data a window reads: the two windows' client
-// areas, the pitch picture's grid, which way each goal opens, and the text style of every
-// control, looked up by the control's name. Positions and texts are set by applyLayout (ui.h).
+// areas, the pitch picture's grid (from match/pitch.h), which way each goal opens, and the text
+// style of every control, looked up by the control's name. Positions and texts are set by
+// applyLayout (ui.h).
 #pragma once
 
 #include <string_view>
+
+#include "match/pitch.h"  // the pitch's grid, which the window draws
 
 namespace quorvel {
 
@@ -15,15 +18,6 @@ struct ClientSize {
 inline constexpr ClientSize kMatchClient{18720, 11520};
 // The closing window: its pictures and buttons with a margin all round.
 inline constexpr ClientSize kLinksClient{6240, 4440};
-
-// The pitch picture: two chessboards side by side, squares of kSquareTwips, framed by a thin
-// chalk line all round.
-inline constexpr int kPitchColumns = 16;
-inline constexpr int kPitchRows = 8;
-inline constexpr double kSquareTwips = 900;
-inline constexpr double kPitchFrameTwips = 15;
-inline constexpr double kPitchWidth = kPitchColumns * kSquareTwips + 2 * kPitchFrameTwips;
-inline constexpr double kPitchHeight = kPitchRows * kSquareTwips + 2 * kPitchFrameTwips;
 
 // Seen from above, a goal opens towards the pitch.
 enum class Mouth { OpensRight, OpensLeft };
