@@ -27,12 +27,14 @@ TEST(Harness, SeededRunsKeepEveryPromiseAndReplayExactly) {
     total.goals += h.counts().goals;
     total.subs += h.counts().subs;
     total.starts += h.counts().starts;
+    total.modeChanges += h.counts().modeChanges;
   }
   // A harness that never gets a match going checks nothing.
   EXPECT_GT(total.starts, 0);
   EXPECT_GT(total.rolls, 100);
   EXPECT_GT(total.goals, 0);
   EXPECT_GT(total.subs, 0);
+  EXPECT_GT(total.modeChanges, 0);
 
   Harness a(11), b(11);
   a.run(1500);
@@ -117,6 +119,18 @@ TEST(Harness, EveryPromiseIsCaughtWhenTheStateBreaksIt) {
       {"side 1's colours", [&](MatchForm& f, Harness&) { paint(f, 1, RGB(252, 84, 84)); }},
       {"melts into the grass", [&](MatchForm& f, Harness&) { paint(f, 0, RGB(42, 126, 42)); }},
       {"main colours", [&](MatchForm& f, Harness&) { paint(f, 3, RGB(210, 0, 0)); }},
+      {"nobody can move the match on",
+       [](MatchForm& f, Harness& h) {
+         ClickDi(f);
+         ASSERT_TRUE(h.checkNow());
+         for (auto& flag : f.CDdest) flag.Visible = false;
+       }},
+      {"computer's side is to play",  // "Play Left vs AI" chosen without its click
+       [](MatchForm& f, Harness&) {
+         f.OpMode[0].Value = false, f.OpMode[2].Value = true;
+         f.TeamTurn = 2, f.BallOwner = 20;
+       }},
+      {"computer's timer runs", [](MatchForm& f, Harness&) { f.TimAI.setEnabled(true); }},
       {"timer ticks kept coming",
        [](MatchForm& f, Harness& h) {
          f.TimB.setInterval(1);  // far faster than any timer of the game

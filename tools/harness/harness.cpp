@@ -235,7 +235,7 @@ bool Harness::check() {
   }
   noteNewMatch();
   return checkSideToPlay() && checkRoll() && checkPlacement() && checkClock() && checkKicks() &&
-         checkScore() && checkSubstitutions() && checkPossession();
+         checkScore() && checkSubstitutions() && checkPossession() && checkGoesOn();
 }
 
 // A new match: everything it counts starts again.
@@ -394,6 +394,37 @@ bool Harness::checkPossession() {
   const double sum = textValue(f.Poses[1].Text) + textValue(f.Poses[2].Text);
   if (sum != 99 && sum != 100)
     return breakPromise("possession reads " + f.Poses[1].Text + " and " + f.Poses[2].Text);
+  return true;
+}
+
+// The match never waits for a move nobody may make: something is moving (a walk, an exchange,
+// a kick in flight, a goal's celebration), or the side to play may roll or pick a flag on
+// show, by hand or, for the computer's side, on its timer at the step the die has reached.
+// The computer's timer runs in its own mode alone.
+bool Harness::checkGoesOn() {
+  const MatchForm& f = *form_;
+  const bool computer = playLeftVsAI(f);
+  const int mode = computer ? 2 : mouseVsKeys(f) ? 1 : 0;
+  if (seen_.mode >= 0 && mode != seen_.mode && f.GameEnd.empty()) ++counts_.modeChanges;
+  seen_.mode = mode;
+  if (f.TimAI.Enabled() && !computer)
+    return breakPromise("the computer's timer runs in mode " + std::to_string(mode));
+  // Exit unloads the window, and the match with it.
+  if (!f.Visible || !f.GameEnd.empty() || f.TimPlace.Enabled() || f.TimSub.Enabled() ||
+      f.TimSc.Enabled() || (f.TimB.Enabled() && f.KickFlag != -1))
+    return true;
+  bool offered = false;
+  for (int d = 0; d < 8; ++d) offered = offered || f.CDdest[d].Visible;
+  const bool ready = f.DiceReady == kDiceReady;
+  if (computer && f.TeamTurn == kRightSide) {
+    if (f.TimAI.Enabled() && (ready ? f.AIGo == 1 : f.AIGo == 2 && offered)) return true;
+    return breakPromise("the computer's side is to play and its turn stands still (AIGo " +
+                        std::to_string(static_cast<int>(f.AIGo)) + ", its timer " +
+                        (f.TimAI.Enabled() ? "on" : "off") + ", die " +
+                        (ready ? "ready" : "rolled") + ")");
+  }
+  if (!ready && !offered)
+    return breakPromise("nobody can move the match on: the die is rolled and no flag is shown");
   return true;
 }
 

@@ -23,7 +23,8 @@ struct Counts {
   std::int64_t subs = 0;    // substitutions started
   std::int64_t starts = 0;  // matches started
   std::int64_t fullTimes = 0;
-  std::int64_t programs = 1;  // the program was ended and started afresh
+  std::int64_t modeChanges = 0;  // play modes selected during a match
+  std::int64_t programs = 1;     // the program was ended and started afresh
 };
 
 struct Fault {
@@ -79,6 +80,7 @@ class Harness {
   bool checkScore();
   bool checkSubstitutions();
   bool checkPossession();
+  bool checkGoesOn();
   bool checkNames();
   bool checkTeamColours();
 
@@ -103,6 +105,7 @@ class Harness {
     bool celebrating = false, exchanging = false;
     Single diceReady = 0;
     double kicks = 0;
+    int mode = -1;  // the play mode at the last check of this match, -1 before it
   } seen_;
 };
 
