@@ -122,18 +122,17 @@ void add(quorvel::harness::Counts& total, const quorvel::harness::Counts& c) {
   total.subs += c.subs;
   total.starts += c.starts;
   total.fullTimes += c.fullTimes;
-  total.modeChanges += c.modeChanges;
 }
 
 void printSeed(std::uint64_t seed, const quorvel::harness::Counts& c) {
   std::printf(
       "seed %llu: %lld steps, %lld ticks, %lld rolls, %lld goals, %lld subs, %lld matches "
-      "started, %lld full times, %lld mode changes, %lld programs\n",
+      "started, %lld full times, %lld programs\n",
       static_cast<unsigned long long>(seed), static_cast<long long>(c.steps),
       static_cast<long long>(c.ticks), static_cast<long long>(c.rolls),
       static_cast<long long>(c.goals), static_cast<long long>(c.subs),
       static_cast<long long>(c.starts), static_cast<long long>(c.fullTimes),
-      static_cast<long long>(c.modeChanges), static_cast<long long>(c.programs));
+      static_cast<long long>(c.programs));
   std::fflush(stdout);
 }
 
@@ -173,11 +172,11 @@ int main(int argc, char** argv) {
   }
   std::printf(
       "total: %lld steps, %lld ticks, %lld rolls, %lld goals, %lld subs, %lld matches started, "
-      "%lld full times, %lld mode changes; %s (%.1f s cpu, %.1f s wall)\n",
+      "%lld full times; %s (%.1f s cpu, %.1f s wall)\n",
       static_cast<long long>(total.steps), static_cast<long long>(total.ticks),
       static_cast<long long>(total.rolls), static_cast<long long>(total.goals),
       static_cast<long long>(total.subs), static_cast<long long>(total.starts),
-      static_cast<long long>(total.fullTimes), static_cast<long long>(total.modeChanges),
-      status == 0 ? "every promise kept" : "BROKEN", cpu, wall);
+      static_cast<long long>(total.fullTimes), status == 0 ? "every promise kept" : "BROKEN", cpu,
+      wall);
   return status;
 }
