@@ -119,18 +119,6 @@ TEST(Harness, EveryPromiseIsCaughtWhenTheStateBreaksIt) {
       {"side 1's colours", [&](MatchForm& f, Harness&) { paint(f, 1, RGB(252, 84, 84)); }},
       {"melts into the grass", [&](MatchForm& f, Harness&) { paint(f, 0, RGB(42, 126, 42)); }},
       {"main colours", [&](MatchForm& f, Harness&) { paint(f, 3, RGB(210, 0, 0)); }},
-      {"nobody can move the match on",
-       [](MatchForm& f, Harness& h) {
-         ClickDi(f);
-         ASSERT_TRUE(h.checkNow());
-         for (auto& flag : f.CDdest) flag.Visible = false;
-       }},
-      {"computer's side is to play",  // "Play Left vs AI" chosen without its click
-       [](MatchForm& f, Harness&) {
-         f.OpMode[0].Value = false, f.OpMode[2].Value = true;
-         f.TeamTurn = 2, f.BallOwner = 20;
-       }},
-      {"computer's timer runs", [](MatchForm& f, Harness&) { f.TimAI.setEnabled(true); }},
       {"timer ticks kept coming",
        [](MatchForm& f, Harness& h) {
          f.TimB.setInterval(1);  // far faster than any timer of the game

@@ -23,8 +23,9 @@ struct Counts {
   std::int64_t subs = 0;    // substitutions started
   std::int64_t starts = 0;  // matches started
   std::int64_t fullTimes = 0;
-  std::int64_t modeChanges = 0;  // play modes selected during a match
-  std::int64_t programs = 1;     // the program was ended and started afresh
+  // Play modes chosen during a match.
+  std::int64_t modeChanges = 0;
+  std::int64_t programs = 1;  // the program was ended and started afresh
 };
 
 struct Fault {
@@ -80,9 +81,9 @@ class Harness {
   bool checkScore();
   bool checkSubstitutions();
   bool checkPossession();
-  bool checkGoesOn();
   bool checkNames();
   bool checkTeamColours();
+  bool checkGoesOn();
 
   int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
   bool chance(double p) { return std::uniform_real_distribution<double>(0, 1)(rng_) < p; }
