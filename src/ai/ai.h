@@ -16,6 +16,8 @@ Integer TerrorAI(const MatchForm& f);
 void startComputerTurn(MatchForm& f);
 void stopComputerTurn(MatchForm& f);
 void TimAI_Timer(MatchForm& f);
+// A mode chosen during a match hands the right side's turn to the computer, or back.
+void OpMode_Click(MatchForm& f, int index);
 void ChAuto_Click(MatchForm& f);
 void TimAuto_Timer(MatchForm& f);
 void Hai_Change(MatchForm& f);

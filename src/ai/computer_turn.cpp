@@ -84,6 +84,20 @@ void stopComputerTurn(MatchForm& f) {
   f.AIGo = 0;
 }
 
+void OpMode_Click(MatchForm& f, int /*index*/) {
+  // Another mode: the person takes the turn back, and the computer does nothing more.
+  if (!playLeftVsAI(f)) {
+    if (f.TimAI.Enabled() || f.AIGo != 0) stopComputerTurn(f);
+    return;
+  }
+  // Against the computer, the right side's turn becomes its own at the step it has reached.
+  // A kick in flight and a goal's celebration hand the ball on themselves when they end.
+  if (f.GameOn == kNoMatchYet || !f.GameEnd.empty() || f.TeamTurn != kRightSide) return;
+  if (f.KickFlag != -1 || f.TimSc.Enabled()) return;
+  startComputerTurn(f);
+  if (f.DiceReady == kDiceRolled) f.AIGo = 2;  // rolled already: it goes on to choose a flag
+}
+
 void TimAI_Timer(MatchForm& f) {
   f.AIIQ = f.Hai.Value;
   if (f.TeamTurn == kLeftSide) return;

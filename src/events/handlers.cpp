@@ -43,6 +43,7 @@ void bindControls(MatchForm& f) {
   bindEach(f, f.CDdest, 0, 7, CDdest_Click);
   f.CDhm.Click = [&f] { CDhm_Click(f); };
   f.Ch50.Click = [&f] { Ch50_Click(f); };
+  bindEach(f, f.OpMode, 0, 2, OpMode_Click);
   bindEach(f, f.OPForm, 0, 14, OPForm_Click);
   bindEach(f, f.CHsub, 0, 3, CHsub_Click);
   f.ChAuto.Click = [&f] { ChAuto_Click(f); };

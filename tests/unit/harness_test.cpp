@@ -26,12 +26,14 @@ TEST(Harness, SeededRunsKeepEveryPromiseAndReplayExactly) {
     total.goals += h.counts().goals;
     total.subs += h.counts().subs;
     total.starts += h.counts().starts;
+    total.modeChanges += h.counts().modeChanges;
   }
   // A harness that never gets a match going checks nothing.
   EXPECT_GT(total.starts, 0);
   EXPECT_GT(total.rolls, 100);
   EXPECT_GT(total.goals, 0);
   EXPECT_GT(total.subs, 0);
+  EXPECT_GT(total.modeChanges, 0);
 
   Harness a(11), b(11);
   a.run(1500);

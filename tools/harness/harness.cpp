@@ -270,6 +270,7 @@ bool Harness::check() {
     baseline();
     return true;
   }
+  if (!checkGoesOn()) return false;
   noteNewMatch();
   return checkSideToPlay() && checkRoll() && checkClock() && checkKicks() && checkScore() &&
          checkSubstitutions();
@@ -442,6 +443,34 @@ bool Harness::checkTeamColours() {
       return breakPromise("the main colours " + pair(0, 3) + " are too alike" + seenBy);
   }
   return true;
+}
+
+// The match never waits for a move nobody may make: something moves (a walk, an exchange, a
+// kick in flight, a goal's celebration), or the side to play may roll or pick a flag on show,
+// by hand or, on the computer's side, on its timer at the step the die has reached. The
+// computer's timer runs in its own mode alone.
+bool Harness::checkGoesOn() {
+  const MatchForm& f = *form_;
+  const int mode = playLeftVsAI(f) ? 2 : mouseVsKeys(f) ? 1 : 0;
+  if (seen_.mode >= 0 && mode != seen_.mode && f.GameEnd.empty()) ++counts_.modeChanges;
+  seen_.mode = mode;
+  if (f.TimAI.Enabled() && mode != 2)
+    return breakPromise("the computer's timer runs in mode " + std::to_string(mode));
+  // Exit unloads the window, and the match with it.
+  if (!f.Visible || !f.GameEnd.empty() || f.TimPlace.Enabled() || f.TimSub.Enabled() ||
+      f.TimSc.Enabled() || (f.TimB.Enabled() && f.KickFlag != -1))
+    return true;
+  bool offered = false;
+  for (int d = 0; d < 8; ++d) offered = offered || f.CDdest[d].Visible;
+  const bool ready = f.DiceReady == kDiceReady;
+  if (mode == 2 && f.TeamTurn == kRightSide) {
+    if (f.TimAI.Enabled() && (ready ? f.AIGo == 1 : f.AIGo == 2 && offered)) return true;
+    return breakPromise("the computer's turn stands still: AIGo " +
+                        std::to_string(static_cast<int>(f.AIGo)) + ", its timer " +
+                        (f.TimAI.Enabled() ? "on" : "off"));
+  }
+  if (ready || offered) return true;
+  return breakPromise("nobody can move the match on: the die is rolled and no flag is shown");
 }
 
 }  // namespace quorvel::harness

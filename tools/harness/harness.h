@@ -25,6 +25,8 @@ struct Counts {
   std::int64_t subs = 0;    // substitutions started
   std::int64_t starts = 0;  // matches started
   std::int64_t fullTimes = 0;
+  // Play modes chosen during a match.
+  std::int64_t modeChanges = 0;
   std::int64_t programs = 1;  // the program was ended and started afresh
 };
 
@@ -84,6 +86,7 @@ class Harness {
   bool checkSubstitutions();
   bool coloursChanged();
   bool checkTeamColours();
+  bool checkGoesOn();
 
   int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
   bool chance(double p) { return std::uniform_real_distribution<double>(0, 1)(rng_) < p; }
@@ -107,6 +110,7 @@ class Harness {
     bool celebrating = false, exchanging = false;
     Single diceReady = 0;
     double kicks = 0;
+    int mode = -1;  // the play mode at the last check of this match, -1 before it
   } seen_;
   std::array<std::array<Integer, 5>, 3> seenColours_{};  // red, green, blue of the swatches
 };
