@@ -53,9 +53,10 @@ inline constexpr double kLeftGoalLeft = kGridLeft - kGoalWidth;
 inline constexpr double kRightGoalLeft = kPitchRight;
 
 // The ball for a kick-off: centred on the corner the four centre squares share.
-inline constexpr double kKickOffBallLeft =
-    kGridLeft + kPitchColumns / 2 * kSquareTwips - kBallTwips / 2;
-inline constexpr double kKickOffBallTop = kGridTop + kPitchRows / 2 * kSquareTwips - kBallTwips / 2;
+inline constexpr double kCentreLeft = kGridLeft + kPitchColumns * kSquareTwips / 2;
+inline constexpr double kCentreTop = kGridTop + kPitchRows * kSquareTwips / 2;
+inline constexpr double kKickOffBallLeft = kCentreLeft - kBallTwips / 2;
+inline constexpr double kKickOffBallTop = kCentreTop - kBallTwips / 2;
 
 // Around the pitch: where a substitute appears (just above the pitch, about on the half-way
 // line), where the half-time board shows, and where the two banners come to rest below.
