@@ -73,10 +73,13 @@ struct MatchForm {
   Platform platform;  // browser, message box, repaint and quit, as the host provides them
 
   // ---- the form variables: each with its note in match/match_variables.def ----------------
+  // The arguments are types, names and template extents, which no parentheses may enclose.
+  // NOLINTBEGIN(bugprone-macro-parentheses)
 #define MATCH_VAR(type, name, start, lowest, highest, orAlso) type name = start;
 #define MATCH_ARRAY(type, extent, name, lowest, highest) std::array<type, extent> name{};
 #define MATCH_TABLE(type, rows, columns, name, lowest, highest) \
   std::array<std::array<type, columns>, rows> name{};
+  // NOLINTEND(bugprone-macro-parentheses)
 #include "match/match_variables.def"
 #undef MATCH_VAR
 #undef MATCH_ARRAY

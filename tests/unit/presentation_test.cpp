@@ -60,6 +60,7 @@ TEST(Namer, TooShortAndTooLongNamesAreMended) {
   const Case cases[] = {
       {false, {61, 68, 70, 71}, {}, 1, "Ilystan", "Team 2"},     // I + ly; the right not named
       {false, {61, 63, 73, 70}, {}, 2, "Team 1", "Denn"},        // four letters stay
+      {false, {61, 73, 73, 63, 70}, {}, 2, "Team 1", "Egyn"},    // not the left's first half
       {true, {7, 42, 1, 2}, {}, 1, "Middleschester", "Team 2"},  // exactly 14 stay
       {true, {35, 13, 1, 2}, {club(56)}, 1, "Alvo City", "Team 2"},
       {true, {58, 9, 1, 2}, {club(53), club(60)}, 1, "Ajax City", "Team 2"},  // 15 letters
