@@ -12,21 +12,15 @@ namespace quorvel {
 
 namespace {
 
-// Ticks due at the same millisecond run in the order of this table.
+// Ticks due at the same millisecond run in the order of the timers' table; the tick of each
+// timer runs its handler of the same name.
 void bindTimers(MatchForm& f) {
   Scheduler& s = f.Sched;
-  // The start-up count ticks all through the wait for Start, and only counts.
-  const auto startUpCount = [&f] { Timi_Timer(f); };
-  s.add(f.Timi, startUpCount, OnShow::changesNothing);
-  s.add(f.TimPlace, [&f] { TimPlace_Timer(f); });
-  s.add(f.TimB, [&f] { TimB_Timer(f); });
-  s.add(f.TimSc, [&f] { TimSc_Timer(f); });
-  s.add(f.TimSub, [&f] { TimSub_Timer(f); });
-  s.add(f.TimAI, [&f] { TimAI_Timer(f); });
-  s.add(f.TimAuto, [&f] { TimAuto_Timer(f); });
-  s.add(f.TimTeam, [&f] { TimTeam_Timer(f); });
-  s.add(f.TimBan, [&f] { TimBan_Timer(f); });
-  s.add(f.Timer1, [&f] { Timer1_Timer(f); });
+#define MATCH_TIMER(name, interval, enabled, onShow) \
+  s.add(                                             \
+      f.name, [&f] { name##_Timer(f); }, OnShow::onShow);
+#include "match/match_timers.def"
+#undef MATCH_TIMER
   s.add(f.LinksForm.Timer1, [&f] { LinksForm_Timer1_Timer(f); });
 }
 

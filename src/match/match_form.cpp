@@ -5,20 +5,15 @@
 
 namespace quorvel {
 
-// The timers' intervals and whether they start running; which handler each one runs, and
-// the order of ticks due together, is the wiring's timer table.
+// The timers' intervals and whether they start running; which handler each one runs is the
+// wiring's.
 MatchForm::MatchForm()
-    : Timi(Sched, "Timi", 15, true),
-      TimPlace(Sched, "TimPlace", 15, false),
-      TimB(Sched, "TimB", 15, false),
-      TimSc(Sched, "TimSc", 250, false),
-      TimSub(Sched, "TimSub", 15, false),
-      TimAI(Sched, "TimAI", 250, false),
-      TimAuto(Sched, "TimAuto", 100, true),
-      TimTeam(Sched, "TimTeam", 1000, true),
-      TimBan(Sched, "TimBan", 15, false),
-      Timer1(Sched, "Timer1", 15, false),
-      LinksForm(Sched) {}
+    :
+#define MATCH_TIMER(name, interval, enabled, onShow) name(Sched, #name, interval, enabled),
+#include "match/match_timers.def"
+#undef MATCH_TIMER
+      LinksForm(Sched) {
+}
 
 void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
   // Gaps of the control arrays (OPForm(5..9), CDcontest(0), Goals(0), ...) have no name.

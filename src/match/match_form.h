@@ -134,17 +134,10 @@ struct MatchForm {
   CommandButton Command1;         // the maker's web site
   Picture Pip, Pdat;              // hidden spares
 
-  // ---- timers, in the order their ticks run when due together ----------------------------
-  Timer Timi;      // 15 ms: counts TimiCount until the first Start
-  Timer TimPlace;  // 15 ms: the walk to the formation squares
-  Timer TimB;      // 15 ms: the kick in flight, else the idle ball's dribble
-  Timer TimSc;     // 250 ms: the goal celebration
-  Timer TimSub;    // 15 ms: a substitute walking on
-  Timer TimAI;     // Vai ms: the computer's turn
-  Timer TimAuto;   // 100 ms: automatic play
-  Timer TimTeam;   // 1 s: the team panel
-  Timer TimBan;    // 15 ms: the banners sliding in
-  Timer Timer1;    // 15 ms: a spare, never switched on
+  // ---- timers, in the order their ticks run when due together: match/match_timers.def ----
+#define MATCH_TIMER(name, interval, enabled, onShow) Timer name;
+#include "match/match_timers.def"
+#undef MATCH_TIMER
 
   LinksFormState LinksForm;  // the closing window shown after Exit
 };

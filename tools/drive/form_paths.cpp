@@ -148,9 +148,10 @@ FormPaths::FormPaths(MatchForm& f) : f_(f) {
       }
     }
   });
-  for (Timer* t : {&f.Timi, &f.TimPlace, &f.TimB, &f.TimSc, &f.TimSub, &f.TimAI, &f.TimAuto,
-                   &f.TimTeam, &f.TimBan, &f.Timer1, &f.LinksForm.Timer1})
-    timers_[t->name()] = t;
+#define MATCH_TIMER(name, interval, enabled, onShow) timers_[#name] = &f.name;
+#include "match/match_timers.def"
+#undef MATCH_TIMER
+  timers_[f.LinksForm.Timer1.name()] = &f.LinksForm.Timer1;
 }
 
 // ---- resolution -----------------------------------------------------------------------------
