@@ -51,18 +51,29 @@ void mixValue(std::uint64_t& h, T v) {
 std::string rawBytes(const FormPaths::Field& field) {
   using Type = FormPaths::Type;
   if (field.timer) return FormPaths::text(field);
-  static constexpr std::size_t kSize[] = {sizeof(Integer),
-                                          sizeof(Long),
-                                          sizeof(int),
-                                          sizeof(float),
-                                          sizeof(double),
-                                          sizeof(bool),
-                                          0,
-                                          sizeof(Colour),
-                                          0};
-  if (field.type == Type::String || field.type == Type::Image)
-    return *static_cast<const std::string*>(field.p);
-  return {static_cast<const char*>(field.p), kSize[static_cast<int>(field.type)]};
+  const auto bytes = [&field](std::size_t n) {
+    return std::string(static_cast<const char*>(field.p), n);
+  };
+  switch (field.type) {
+    case Type::Int16:
+      return bytes(sizeof(Integer));
+    case Type::Int32:
+      return bytes(sizeof(Long));
+    case Type::Int:
+      return bytes(sizeof(int));
+    case Type::Float:
+      return bytes(sizeof(float));
+    case Type::Double:
+      return bytes(sizeof(double));
+    case Type::Bool:
+      return bytes(sizeof(bool));
+    case Type::Colour:
+      return bytes(sizeof(Colour));
+    case Type::String:
+    case Type::Image:
+      break;
+  }
+  return *static_cast<const std::string*>(field.p);
 }
 
 const char* modeName(Mode m) {

@@ -17,17 +17,12 @@
 namespace quorvel::harness {
 
 struct Counts {
-  std::int64_t steps = 0;   // inputs and advances
-  std::int64_t ticks = 0;   // timer ticks run
-  std::int64_t rolls = 0;   // rolls accepted
-  std::int64_t shots = 0;   // shots that reached a goal
-  std::int64_t goals = 0;   // goals counted on the score boards
-  std::int64_t subs = 0;    // substitutions started
-  std::int64_t starts = 0;  // matches started
-  std::int64_t fullTimes = 0;
-  // Play modes chosen during a match.
-  std::int64_t modeChanges = 0;
-  std::int64_t programs = 1;  // the program was ended and started afresh
+  std::int64_t steps = 0;        // inputs and advances
+  std::int64_t rolls = 0;        // rolls accepted
+  std::int64_t goals = 0;        // goals counted on the score boards
+  std::int64_t subs = 0;         // substitutions started
+  std::int64_t starts = 0;       // matches started
+  std::int64_t modeChanges = 0;  // play modes chosen during a match
 };
 
 struct Fault {
@@ -54,15 +49,15 @@ class Harness {
   // For the harness's own tests: the form under test and a check of every promise now.
   MatchForm& form() { return *form_; }
   bool checkNow();
-  void takeStep();
-  // Virtual time moves on `ms`, tick by tick, every promise checked after each tick.
-  void advance(Millis ms);
 
   // Ticks one advance of `ms` may run: every timer at most once per interval of 15 ms or more,
   // twice allowing for the tick at each end. More means a handler keeps re-arming its timer.
   static std::int64_t tickBound(Millis ms) { return 11 * (ms / 15 + 2); }
 
  private:
+  void takeStep();
+  // Virtual time moves on `ms`, tick by tick, every promise checked after each tick.
+  void advance(Millis ms);
   void newProgram();
   void act();
   void clickSomething();
