@@ -17,6 +17,13 @@ constexpr Rgba toRgba(Colour c, std::uint8_t alpha = 255) {
           static_cast<std::uint8_t>(c.blue()), alpha};
 }
 
+// A colour shaded as the window has always shaded it (Qt's 16-bit HSV): its value raised or
+// lowered to `percent` (100 or more) per cent, a raised value beyond full taking saturation away.
+Rgba lighter(Rgba c, int percent);
+Rgba darker(Rgba c, int percent);
+// Its HSL lightness, 0..255.
+int lightness(Rgba c);
+
 // What a picture shows besides its key.
 struct Look {
   Rgba back;           // the control's BackColor: a shirt's colour, a swatch's colour
@@ -30,7 +37,7 @@ struct Look {
 
 // Picture `key` filling `box`. The empty key is a plain panel in the back colour; an unknown
 // key is an empty picture.
-Picture describePicture(std::string_view key, const Look& look, const Box& box);
+Drawing describePicture(std::string_view key, const Look& look, const Box& box);
 
 // How a command button that shows a picture is at the moment.
 struct ButtonState {
@@ -41,7 +48,7 @@ struct ButtonState {
 
 // A button showing picture `key` (the die, a flag, the web-site button) filling `box`: its face
 // and the picture on it. A bare button has no face.
-Picture describeButton(std::string_view key, const Look& look, const ButtonState& state,
+Drawing describeButton(std::string_view key, const Look& look, const ButtonState& state,
                        const Box& box);
 bool bareButton(std::string_view key);
 

@@ -1,9 +1,9 @@
 // A picture as plain data: a list of shapes that any painter draws the same way.
-// Coordinates are the painter's pixels, x to the right and y downwards; shapes are painted in
-// order, each filled, then stroked, inside its clip, moved to its pivot and turned if it says so.
-// A gradient's stops run from 0 to 1 along `from`-`to` (linear) or out from `from` to `radius`
-// (radial), the end colours padding beyond. A text is set in its box by its alignment, one line
-// per '\n', in kPictureFont; see Text for the size and the fit to a width.
+// Coordinates are the painter's pixels (x right, y down), for the box the picture was described
+// for. Shapes are painted in order, each filled, then stroked (miter limit 2), inside its clip,
+// moved to its pivot and turned if it says so. A gradient's stops run from 0 to 1 along
+// `from`-`to` (linear) or out from `from` to `radius` (radial), the end colours padding beyond.
+// A text is set in its box by its alignment, one line per '\n'; Text says how it fits a width.
 #pragma once
 
 #include <cstdint>
@@ -84,11 +84,11 @@ struct Text {
   double spacing = 100;
 };
 
-enum class Kind { Rect, RoundedRect, Ellipse, Path, Text };
+enum class ShapeKind { Rect, RoundedRect, Ellipse, Path, Text };
 enum class ClipKind { None, Rect, Ellipse };
 
 struct Shape {
-  Kind kind = Kind::Rect;
+  ShapeKind kind = ShapeKind::Rect;
   Box box;                     // Rect, RoundedRect, Ellipse (its bounding box), Text (its room)
   double radius = 0;           // RoundedRect: its corners' radius
   std::vector<PathStep> path;  // Path; a Move starts a new part, Close ends one
@@ -102,9 +102,9 @@ struct Shape {
   double degrees = 0;  // turned about the pivot, clockwise on the screen
 };
 
-struct Picture {
+struct Drawing {
   std::vector<Shape> shapes;
-  double opacity = 1;  // of every shape (a disabled button is faded)
+  double opacity = 1;  // of each shape as it is painted (a disabled button is faded)
 };
 
 }  // namespace quorvel
