@@ -59,35 +59,29 @@ struct LinksFormState {
 #undef LINKS_CONTROL
   Timer Timer1;  // 7 s: swaps the adverts while the window is open
 
-  static constexpr std::size_t kControls = 0
-#define LINKS_CONTROL(kind, member) +1
+ private:
+  // The one list, for both kinds of access (written before its users, which need its type).
+  template <typename Self>
+  static auto controlsOf(Self& self) {
+    using Pointer = std::conditional_t<std::is_const_v<Self>, const Control*, Control*>;
+    return std::to_array<Pointer>({
+#define LINKS_CONTROL(kind, member) &self.member,
 #include "match/match_controls.def"
 #undef LINKS_CONTROL
-      ;
+    });
+  }
 
+ public:
   // Its controls, in layout order.
-  std::array<Control*, kControls> controls() {
+  auto controls() {
     return controlsOf(*this);
   }
-  std::array<const Control*, kControls> controls() const {
+  auto controls() const {
     return controlsOf(*this);
   }
   bool holds(const Control& c) const {
     const auto all = controls();
     return std::find(all.begin(), all.end(), &c) != all.end();
-  }
-
- private:
-  // The one list, for both kinds of access.
-  template <typename Self>
-  static auto controlsOf(Self& self)
-      -> std::array<std::conditional_t<std::is_const_v<Self>, const Control*, Control*>,
-                    kControls> {
-    return {
-#define LINKS_CONTROL(kind, member) &self.member,
-#include "match/match_controls.def"
-#undef LINKS_CONTROL
-    };
   }
 #undef MATCH_CONTROL
 #undef MATCH_CONTROLS

@@ -328,21 +328,30 @@ constexpr bool covers(std::string_view entry, std::string_view name) {
   return many ? name.starts_with(entry) : name == entry;
 }
 
-// The names match/match_controls.def gives, a control array's by its stem "NAME(".
-constexpr std::string_view kControlNames[] = {
-#define MATCH_CONTROL(kind, member) #member,
-#define MATCH_CONTROLS(kind, member, ...) #member "(",
-#define LINKS_CONTROL(kind, member) "LinksForm." #member,
+// The names match/match_controls.def gives: a control's, or a control array's stem.
+struct TableName {
+  std::string_view name;
+  bool array;
+};
+constexpr TableName kControlNames[] = {
+#define MATCH_CONTROL(kind, member) {#member, false},
+#define MATCH_CONTROLS(kind, member, ...) {#member, true},
+#define LINKS_CONTROL(kind, member) {"LinksForm." #member, false},
 #include "match/match_controls.def"
 #undef MATCH_CONTROL
 #undef MATCH_CONTROLS
 #undef LINKS_CONTROL
 };
 
-// Whether `name` (an entry of the lookups here) names a control of the table.
-constexpr bool inTable(std::string_view name) {
-  return std::ranges::any_of(kControlNames, [name](std::string_view control) {
-    return covers(name, control) || (covers(control, name) && name.ends_with(')'));
+// Whether `entry`, a key of the lookups here, names a control of the table: a control, every
+// control of an array ("Goals("), every control whose name begins so ("LinksForm."), or one
+// control of an array ("Goal(0)").
+constexpr bool inTable(std::string_view entry) {
+  return std::ranges::any_of(kControlNames, [entry](const TableName& t) {
+    const std::string_view stem = entry.substr(0, entry.find('('));
+    if (entry.ends_with('.')) return t.name.starts_with(entry);
+    if (stem.size() < entry.size()) return t.array && stem == t.name;
+    return !t.array && entry == t.name;
   });
 }
 
