@@ -7,47 +7,50 @@ namespace quorvel {
 
 Timer::Timer(Scheduler& owner, std::string name, int interval, bool enabled)
     : owner_(owner), name_(std::move(name)), interval_(interval), enabled_(enabled) {
-  start_ = owner_.now();
-  reckon();
+  restart();
 }
 
 void Timer::setEnabled(bool on) {
   if (on == enabled_) return;
   enabled_ = on;
-  if (on) {
-    start_ = owner_.now();
-    fired_ = 0;
-  }
-  reckon();
+  restart();
 }
 
 void Timer::setInterval(int ms) {
   if (ms == interval_) return;
   interval_ = ms;
-  if (enabled_) {
-    start_ = owner_.now();
-    fired_ = 0;
-  }
-  reckon();
+  restart();
 }
 
-void Timer::reckon() {
-  due_ = !enabled_ || interval_ <= 0 ? Scheduler::kNever
-                                     : start_ + (fired_ + 1) * static_cast<Millis>(interval_);
-  if (slot_ >= 0) owner_.dues_[static_cast<std::size_t>(slot_)] = due_;
+void Timer::restart() {
+  due_ = enabled_ && interval_ > 0 ? owner_.now() + interval_ : Scheduler::kNever;
+  if (slot_ >= 0) owner_.dueChanged(static_cast<std::size_t>(slot_), due_);
 }
 
 void Scheduler::add(Timer& timer, std::function<void()> handler, OnShow onShow) {
   timer.slot_ = static_cast<int>(dues_.size());
   entries_.push_back(Entry{&timer, std::move(handler), onShow});
-  dues_.push_back(timer.due());
+  dues_.push_back(kNever);
+  dueChanged(dues_.size() - 1, timer.due());
+}
+
+void Scheduler::dueChanged(std::size_t slot, Millis due) {
+  const bool wasRunning = dues_[slot] != kNever, runs = due != kNever;
+  dues_[slot] = due;
+  if (wasRunning == runs) return;
+  const auto at = std::lower_bound(running_.begin(), running_.end(), slot);
+  if (runs)
+    running_.insert(at, slot);
+  else
+    running_.erase(at);
 }
 
 Scheduler::Entry* Scheduler::dueBy(Millis limit) {
-  std::size_t best = 0;
-  for (std::size_t k = 1; k < dues_.size(); ++k)
+  if (running_.empty()) return nullptr;
+  std::size_t best = running_.front();
+  for (std::size_t k : running_)
     if (dues_[k] < dues_[best]) best = k;  // the first of equals: table order
-  return !dues_.empty() && dues_[best] <= limit ? &entries_[best] : nullptr;
+  return dues_[best] <= limit ? &entries_[best] : nullptr;
 }
 
 Millis Scheduler::nextWake(const Lateness& allowed) const {
@@ -68,11 +71,12 @@ Millis Scheduler::nextWake(const Lateness& allowed) const {
 bool Scheduler::step(Millis limit) {
   Entry* e = dueBy(limit);
   if (e == nullptr) return false;
-  now_ = e->timer->due();
-  ++e->timer->fired_;
-  e->timer->reckon();
+  Timer& t = *e->timer;
+  now_ = t.due_;
+  t.due_ += t.interval_;  // the count goes on: the next tick one interval later
+  dues_[static_cast<std::size_t>(t.slot_)] = t.due_;
   ++ticksRun_;
-  lastRun_ = e->timer;
+  lastRun_ = &t;
   if (e->onShow == OnShow::mayChange) ++shownTicksRun_;
   e->handler();
   return true;

@@ -39,11 +39,9 @@ class Timer {
   std::string name_;
   int interval_;
   bool enabled_;
-  Millis start_ = 0;        // counting origin: the last switch-on or interval change
-  std::int64_t fired_ = 0;  // ticks fired since start_
-  Millis due_ = 0;          // the next tick, kept up to date: the scheduler asks every step
-  int slot_ = -1;           // where the scheduler keeps a copy of due_, once registered
-  void reckon();            // due_ (and the scheduler's copy) from the fields above
+  Millis due_ = 0;  // the next tick, kept up to date: the scheduler asks every step
+  int slot_ = -1;   // where the scheduler keeps a copy of due_, once registered
+  void restart();   // counts again from now: the next tick one interval away, none when off
 };
 
 // Whether a timer's ticks can change anything a window shows.
@@ -99,6 +97,7 @@ class Scheduler {
     OnShow onShow;
   };
   Entry* dueBy(Millis limit);
+  void dueChanged(std::size_t slot, Millis due);  // keeps dues_ and running_ up to date
 
   Millis now_ = 0;
   std::int64_t ticksRun_ = 0;
@@ -106,6 +105,9 @@ class Scheduler {
   const Timer* lastRun_ = nullptr;
   std::vector<Entry> entries_;
   std::vector<Millis> dues_;  // each entry's next tick, side by side for the search of each step
+  // The slots of the timers that will tick (on, with a positive interval), in table order: most
+  // timers are off most of the time, and the search of each step looks at these alone.
+  std::vector<std::size_t> running_;
   friend class Timer;
 };
 
