@@ -23,34 +23,28 @@ void Timer::setInterval(int ms) {
 }
 
 void Timer::restart() {
+  const Millis before = due_;
   due_ = enabled_ && interval_ > 0 ? owner_.now() + interval_ : Scheduler::kNever;
-  if (slot_ >= 0) owner_.dueChanged(static_cast<std::size_t>(slot_), due_);
+  if (slot_ >= 0) owner_.dueChanged(static_cast<std::size_t>(slot_), before, due_);
 }
 
 void Scheduler::add(Timer& timer, std::function<void()> handler, OnShow onShow) {
-  timer.slot_ = static_cast<int>(dues_.size());
+  timer.slot_ = static_cast<int>(entries_.size());
   entries_.push_back(Entry{&timer, std::move(handler), onShow});
-  dues_.push_back(kNever);
-  dueChanged(dues_.size() - 1, timer.due());
+  dueChanged(entries_.size() - 1, kNever, timer.due());
 }
 
-void Scheduler::dueChanged(std::size_t slot, Millis due) {
-  const bool wasRunning = dues_[slot] != kNever, runs = due != kNever;
-  dues_[slot] = due;
-  if (wasRunning == runs) return;
-  const auto at = std::lower_bound(running_.begin(), running_.end(), slot);
-  if (runs)
-    running_.insert(at, slot);
-  else
-    running_.erase(at);
+void Scheduler::dueChanged(std::size_t slot, Millis before, Millis after) {
+  if (before != kNever)
+    queue_.erase(std::lower_bound(queue_.begin(), queue_.end(), Due{before, slot}));
+  if (after != kNever) {
+    const Due due{after, slot};
+    queue_.insert(std::lower_bound(queue_.begin(), queue_.end(), due), due);
+  }
 }
 
 Scheduler::Entry* Scheduler::dueBy(Millis limit) {
-  if (running_.empty()) return nullptr;
-  std::size_t best = running_.front();
-  for (std::size_t k : running_)
-    if (dues_[k] < dues_[best]) best = k;  // the first of equals: table order
-  return dues_[best] <= limit ? &entries_[best] : nullptr;
+  return !queue_.empty() && queue_.front().at <= limit ? &entries_[queue_.front().slot] : nullptr;
 }
 
 Millis Scheduler::nextWake(const Lateness& allowed) const {
@@ -74,7 +68,9 @@ bool Scheduler::step(Millis limit) {
   Timer& t = *e->timer;
   now_ = t.due_;
   t.due_ += t.interval_;  // the count goes on: the next tick one interval later
-  dues_[static_cast<std::size_t>(t.slot_)] = t.due_;
+  // It was the front of the queue; it moves back past the ticks that come before its next.
+  queue_.front().at = t.due_;
+  for (auto k = queue_.begin(); k + 1 != queue_.end() && k[1] < k[0]; ++k) std::iter_swap(k, k + 1);
   ++ticksRun_;
   lastRun_ = &t;
   if (e->onShow == OnShow::mayChange) ++shownTicksRun_;
