@@ -240,7 +240,7 @@ int main(int argc, char** argv) {
   QTimer timer;
   timer.setTimerType(Qt::PreciseTimer);
   QObject::connect(&timer, &QTimer::timeout, [&ticks] { ++ticks; });
-  Phases phases(w, argc >= 3 ? std::stoi(argv[2]) : 0);
+  Phases phases(w, mode == "--phases" && argc == 4 ? std::stoi(argv[2]) : 0);
 
   if (mode == "--first-paint" && argc == 3) {
     quorvel::probe::quitAfterFirstPaint(w, std::stoll(argv[2]));
