@@ -10,6 +10,9 @@
 
 #include "form_window.h"
 #include "links_window.h"
+#include "ui/announcements.h"
+
+class QLabel;
 
 namespace quorvel {
 
@@ -28,10 +31,13 @@ class MatchWindow : public FormWindow {
   void refresh();
 
   LinksWindow& links() { return *links_; }
+  // The line that tells the match in words; assistive technology hears each new text.
+  const QLabel& news() const { return *news_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* e) override;
   void showEvent(QShowEvent* e) override;
+  void resizeEvent(QResizeEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
 
  private:
@@ -46,6 +52,11 @@ class MatchWindow : public FormWindow {
   void showMessage(const Message& m);
   void applyFocus();
   void orderTabs();
+  // Each group of option buttons is one Tab stop, its selected button.
+  void oneTabStopAGroup();
+  // Tells what happened since the last announcement, if anything did.
+  void announce();
+  void placeNews();
 
   std::unique_ptr<LinksWindow> links_;
   QTimer pump_;
@@ -58,6 +69,8 @@ class MatchWindow : public FormWindow {
   bool linksShown_;
   std::string lastActive_;
   Colour lastBack_;
+  Announcer announcer_;
+  QLabel* news_;
 };
 
 }  // namespace quorvel

@@ -308,26 +308,17 @@ struct Styled {
 };
 constexpr TextStyle kLeftAligned{12, false, false, Align::Left};
 constexpr Styled kTextStyles[] = {
-    {"Goals(", {34, true}},
-    {"TXgame(", {40, true}},
-    {"TXtim", {20, true}},
-    {"Text2", {17, true}},
-    {"Team(", {16, true}},
-    {"Poses(", {13, true}},
-    {"CDgo", {14, true}},
-    {"CDhelp", {14, true}},
-    {"CDend", {14, true}},
-    {"cdr", {14, true}},
-    {"OPForm(", {12, true}},
-    {"Text1(", {12, true, false, Align::Left}},
+    {"Goals(", {34, true}},         {"TXgame(", {40, true}},
+    {"TXtim", {20, true}},          {"Text2", {17, true}},
+    {"Team(", {16, true}},          {"Poses(", {13, true}},
+    {"CDgo", {14, true}},           {"CDhelp", {14, true}},
+    {"CDend", {14, true}},          {"cdr", {14, true}},
+    {"OPForm(", {12, true}},        {"Text1(", {12, true, false, Align::Left}},
     {"CHsub(", {10, true}},  // four of them share a narrow strip
-    {"TXstart", {12, false, true}},
-    {"Lablurb", {12, false, true}},
-    {"TXver", {11}},
-    {"TXoner", {11, true}},
-    {"Text3", kLeftAligned},
-    {"Text4", kLeftAligned},
-    {"GreyGreen", kLeftAligned},
+    {"TXstart", {12, false, true}}, {"News", {12, false, true}},
+    {"Lablurb", {12, false, true}}, {"TXver", {11}},
+    {"TXoner", {11, true}},         {"Text3", kLeftAligned},
+    {"Text4", kLeftAligned},        {"GreyGreen", kLeftAligned},
     {"LinksForm.", {14, true}},
 };
 constexpr TextStyle kPlainText{12};
