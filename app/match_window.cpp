@@ -64,14 +64,8 @@ MatchWindow::MatchWindow(MatchForm& f)
   });
   // The banners wait under the pitch until they slide out below it. The pitch covers its
   // whole rectangle, so nothing under it is painted.
-  // They are no Tab stops: they rest out of sight until they slide out, and a screen reader
-  // still finds them and can press them.
-  for (auto& banner : f.Banner) {
-    if (QWidget* w = widgetFor(banner.name)) {
-      w->lower();
-      w->setFocusPolicy(Qt::NoFocus);
-    }
-  }
+  for (auto& banner : f.Banner)
+    if (QWidget* w = widgetFor(banner.name)) w->lower();
   if (QWidget* grass = widgetFor(f.Grass.name)) grass->setAttribute(Qt::WA_OpaquePaintEvent);
 
   links_ = std::make_unique<LinksWindow>(f);
@@ -103,6 +97,8 @@ MatchWindow::MatchWindow(MatchForm& f)
 
   orderTabs();
   oneTabStopAGroup();
+  groupTheFlags();
+  bannersReachableWhenOut();
   news_->setObjectName(QStringLiteral("News"));
   news_->setWordWrap(true);
   news_->setMargin(2);
@@ -199,6 +195,7 @@ void MatchWindow::refresh() {
   }
   syncFromModel();
   links_->syncFromModel();
+  bannersReachableWhenOut();
   applyFocus();
   announce();
   schedulePump();
@@ -296,6 +293,24 @@ void MatchWindow::applyFocus() {
   // Also when Qt handed the focus on from a widget the model hid or disabled (a flag once
   // kicked): it goes back where the model has it.
   if (moved || (w->isVisible() && focusWidget() != w)) w->setFocus(Qt::OtherFocusReason);
+}
+
+void MatchWindow::groupTheFlags() {
+  flags_.setExclusive(false);  // they are pressed, never checked
+  for (auto& flag : f_.CDdest)
+    if (auto* button = qobject_cast<QAbstractButton*>(widgetFor(flag.name)))
+      flags_.addButton(button);
+}
+
+void MatchWindow::bannersReachableWhenOut() {
+  const QWidget* grass = widgetFor(f_.Grass.name);
+  for (auto& banner : f_.Banner) {
+    QWidget* w = widgetFor(banner.name);
+    if (w == nullptr || grass == nullptr) continue;
+    const bool out = !grass->geometry().contains(w->geometry().center());
+    const Qt::FocusPolicy policy = out ? Qt::StrongFocus : Qt::NoFocus;
+    if (w->focusPolicy() != policy) w->setFocusPolicy(policy);
+  }
 }
 
 void MatchWindow::announce() {

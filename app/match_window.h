@@ -3,6 +3,7 @@
 // The pump sleeps until the next timer of the game is due, so a game at rest rests.
 #pragma once
 
+#include <QButtonGroup>
 #include <QElapsedTimer>
 #include <QTimer>
 #include <memory>
@@ -52,8 +53,12 @@ class MatchWindow : public FormWindow {
   void showMessage(const Message& m);
   void applyFocus();
   void orderTabs();
-  // Each group of option buttons is one Tab stop, its selected button.
+  // Each group of option buttons is one Tab stop, its selected button; the arrow keys move
+  // among the flags on show, each to the nearest flag its way.
   void oneTabStopAGroup();
+  void groupTheFlags();
+  // A banner is a Tab stop only once it has come out from under the pitch.
+  void bannersReachableWhenOut();
   // Tells what happened since the last announcement, if anything did.
   void announce();
   void placeNews();
@@ -69,6 +74,7 @@ class MatchWindow : public FormWindow {
   bool linksShown_;
   std::string lastActive_;
   Colour lastBack_;
+  QButtonGroup flags_;
   Announcer announcer_;
   QLabel* news_;
 };
