@@ -102,6 +102,7 @@ MatchWindow::MatchWindow(MatchForm& f)
   news_->setObjectName(QStringLiteral("News"));
   news_->setWordWrap(true);
   news_->setMargin(2);
+  news_->hide();
   news_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   news_->setAccessibleDescription(QStringLiteral("What happens in the match"));
 
@@ -318,6 +319,7 @@ void MatchWindow::announce() {
   if (said.empty()) return;
   // A new text of a label is a new name to assistive technology, which it is told of.
   news_->setText(QString::fromStdString(said));
+  news_->show();  // hidden until the first news: an empty label tells nothing
 }
 
 void MatchWindow::placeNews() {

@@ -38,6 +38,8 @@ std::string contestDieName(const MatchForm& f, int side) {
 
 std::string pictureName(const MatchForm& f, const Control& c) {
   if (const int i = indexIn(f.Player, c); i > 0) {
+    // Before the first match the teams wait below the pitch, on no square.
+    if (f.PlayerCol[i] < 1) return playerName(f, i);
     return playerName(f, i) + ", " + squareName(f.PlayerCol[i], f.PlayerRow[i]);
   }
   if (&c == &f.Player[0]) return "Substitute";
