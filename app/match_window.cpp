@@ -58,15 +58,18 @@ MatchWindow::MatchWindow(MatchForm& f)
     if (indexIn(f_.Tnum, c) >= 0) return;  // painted as part of its player
     if (indexIn(f_.Di, c) >= 0) return;    // a store of faces, never shown
     const int player = indexIn(f_.Player, c);
-    QWidget* w = bind(c, player >= 0 ? &f_.Tnum[player] : nullptr);
+    // What the rules move about: the players, the ball, the flags and the banners.
+    const bool moves =
+        player >= 0 || &c == &f_.Ball || indexIn(f_.CDdest, c) >= 0 || indexIn(f_.Banner, c) >= 0;
+    QWidget* w =
+        bind(c, player >= 0 ? &f_.Tnum[player] : nullptr, moves ? Motion::Moves : Motion::Fixed);
     if (indexIn(f_.Banner, c) >= 0 || indexIn(f_.RainB, c) >= 0)
       w->setCursor(Qt::PointingHandCursor);
   });
   // The banners wait under the pitch until they slide out below it. The pitch covers its
-  // whole rectangle, so nothing under it is painted.
+  // whole rectangle (an opaque picture), so nothing under it is painted.
   for (auto& banner : f.Banner)
     if (QWidget* w = widgetFor(banner.name)) w->lower();
-  if (QWidget* grass = widgetFor(f.Grass.name)) grass->setAttribute(Qt::WA_OpaquePaintEvent);
 
   links_ = std::make_unique<LinksWindow>(f);
   links_->setWindowIcon(appIcon());
@@ -90,6 +93,12 @@ MatchWindow::MatchWindow(MatchForm& f)
   // window's keyboard input before Qt hands it to the focused widget.
   winId();
   windowHandle()->installEventFilter(this);
+
+  // Each tick says what it may change on show; after ticks only that is looked over.
+  f.Sched.watch([this](const Timer& t) {
+    if (!everyControlTouched_ && !tickReach(f_, t, [this](Control& c) { touch(c); }))
+      everyControlTouched_ = true;
+  });
 
   pump_.setTimerType(Qt::PreciseTimer);
   pump_.setSingleShot(true);
@@ -121,6 +130,7 @@ MatchWindow::MatchWindow(MatchForm& f)
 MatchWindow::~MatchWindow() {
   pump_.stop();
   // The model outlives this window; it must not call into it any more.
+  f_.Sched.watch(nullptr);
   f_.platform.showMessage = nullptr;
   f_.platform.repaint = nullptr;
   f_.platform.quit = nullptr;
@@ -147,8 +157,12 @@ void MatchWindow::showTicks(std::int64_t shownBefore) {
   // Ticks that change nothing on show (the start-up count) need no look at the widgets.
   if (f_.Sched.shownTicksRun() == shownBefore)
     schedulePump();
-  else
+  else if (everyControlTouched_)
     refresh();
+  else {
+    syncTouched();
+    schedulePump();
+  }
 }
 
 void MatchWindow::catchUp() {
@@ -194,6 +208,7 @@ void MatchWindow::refresh() {
     update();
     links_->update();
   }
+  everyControlTouched_ = false;
   syncFromModel();
   links_->syncFromModel();
   bannersReachableWhenOut();
@@ -330,7 +345,7 @@ void MatchWindow::placeNews() {
                             kNewsArea.height * pixels)
                          .toRect());
   QFont font = news_->font();
-  const TextStyle style = textStyleFor(news_->objectName().toStdString());
+  const TextStyle& style = kNewsStyle;
   font.setItalic(style.italic);
   font.setBold(style.bold);
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(style.px * scale()))));

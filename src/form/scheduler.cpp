@@ -74,6 +74,7 @@ bool Scheduler::step(Millis limit) {
   ++ticksRun_;
   lastRun_ = e->timer;
   if (e->onShow == OnShow::mayChange) ++shownTicksRun_;
+  if (watcher_) watcher_(*e->timer);
   e->handler();
   return true;
 }

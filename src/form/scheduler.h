@@ -7,6 +7,7 @@
 #include <functional>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvel {
@@ -87,6 +88,10 @@ class Scheduler {
   // need not look the model over.
   std::int64_t shownTicksRun() const { return shownTicksRun_; }
 
+  // Calls `watcher` with each timer whose tick is about to run, before its handler: a window
+  // learns from it what the ticks may have changed. An empty one stops the watching.
+  void watch(std::function<void(const Timer&)> watcher) { watcher_ = std::move(watcher); }
+
   // When a window should next wake to serve the ticks: the earliest moment by which some tick
   // would be later than `allowed` lets it be; kNever when no timer runs. Nothing changes
   // before it but what the person does.
@@ -104,6 +109,7 @@ class Scheduler {
   std::int64_t ticksRun_ = 0;
   std::int64_t shownTicksRun_ = 0;
   const Timer* lastRun_ = nullptr;
+  std::function<void(const Timer&)> watcher_;
   std::vector<Entry> entries_;
   std::vector<Millis> dues_;  // each entry's next tick, side by side for the search of each step
   friend class Timer;

@@ -20,7 +20,7 @@ inline constexpr ClientSize kMatchClient{18720, 11520};
 inline constexpr ClientSize kLinksClient{6240, 4440};
 
 // Where the main window tells the match in words, as it is announced to assistive
-// technology: below the blurb in the column of controls. Its text style is "News"'s.
+// technology: below the blurb in the column of controls, in kNewsStyle.
 struct Area {
   double left, top, width, height;
 };
@@ -39,6 +39,8 @@ struct TextStyle {
   bool italic = false;
   Align align = Align::Centre;  // where a text box sets its text
 };
+// The news line's text: small and slanted, as the keypad hint.
+inline constexpr TextStyle kNewsStyle{12, false, true};
 // The style of control `name`'s text.
 TextStyle textStyleFor(std::string_view name);
 
