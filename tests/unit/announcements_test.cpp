@@ -99,6 +99,7 @@ TEST(Announcements, AWholeMatchIsToldInOrderOneOutcomeAKick) {
         awaitingOutcome = false;
       }
       if (kicks) {
+        EXPECT_EQ(text.rfind("Team 2 kicks ", 0), 0U) << "only the computer's kick is told";
         EXPECT_TRUE(awaitingOutcome);
         EXPECT_EQ(mode, 2);
         ++computerKicks;
@@ -108,6 +109,10 @@ TEST(Announcements, AWholeMatchIsToldInOrderOneOutcomeAKick) {
         awaitingScore = false;
       }
       if (has(text, "Goal for")) awaitingScore = true, ++goals;
+      // Half time hands the ball to the side kicking off: the kick's receiver is not named.
+      if (has(text, "Half time: ")) {
+        EXPECT_FALSE(has(text, " has the ball"));
+      }
       halves += has(text, "Half time: ") ? 1 : 0;
       ends += has(text, "Full time: ") ? 1 : 0;
       contests += has(text, "50/50: ") ? 1 : 0;
