@@ -1,8 +1,11 @@
 #include "control_views.h"
 
+#include <QAccessible>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <cmath>
 
 #include "ui/layout.h"
@@ -83,6 +86,7 @@ void PictureView::paintEvent(QPaintEvent*) {
   }
   QPainter p(this);
   p.drawPixmap(0, 0, drawn_);
+  if (hasFocus()) drawFocusFrame(p, rect());
 }
 
 void PictureView::draw(QPainter& p) const {
@@ -110,13 +114,36 @@ void PictureView::mouseReleaseEvent(QMouseEvent* e) {
   if (click_.release(e, rect())) emit clicked();
 }
 
+void PictureView::setClickable(bool clickable) {
+  clickable_ = clickable;
+  setFocusPolicy(clickable ? Qt::StrongFocus : Qt::NoFocus);
+}
+
+void PictureView::keyPressEvent(QKeyEvent* e) {
+  if (clickable_ && isClickKey(e) && !e->isAutoRepeat())
+    emit clicked();
+  else
+    QWidget::keyPressEvent(e);
+}
+
+void PictureView::focusInEvent(QFocusEvent* e) {
+  update();
+  QWidget::focusInEvent(e);
+}
+
+void PictureView::focusOutEvent(QFocusEvent* e) {
+  update();
+  QWidget::focusOutEvent(e);
+}
+
 // ---- PictureButton -----------------------------------------------------------------------
 
 PictureButton::PictureButton(const CommandButton& button, QWidget* parent)
     : QAbstractButton(parent), button_(button) {
   setObjectName(QString::fromStdString(button.name));
-  // A flag vanishes when clicked; taking the focus would only hand it on to a stranger.
-  setFocusPolicy(bare() ? Qt::NoFocus : Qt::StrongFocus);
+  // A flag is reached with Tab and the arrow keys; a mouse click does not take the focus,
+  // since the flag vanishes when clicked.
+  setFocusPolicy(bare() ? Qt::TabFocus : Qt::StrongFocus);
   refresh();
 }
 
@@ -132,9 +159,18 @@ void PictureButton::refresh() {
   const QString key = QString::fromStdString(button_.Image);
   const QColor back = toQColor(button_.BackColor);
   if (key == key_ && back == back_) return;
+  const bool newPicture = key != key_;
   key_ = key;
   back_ = back;
   update();
+  if (newPicture) tellNewName();
+}
+
+void PictureButton::tellNewName() {
+  // A new face on the die or a flag in a new place: a screen reader reading it hears so.
+  if (!QAccessible::isActive()) return;
+  QAccessibleEvent changed(this, QAccessible::NameChanged);
+  QAccessible::updateAccessibility(&changed);
 }
 
 void PictureButton::enterEvent(QEnterEvent* e) {
@@ -156,6 +192,42 @@ void PictureButton::paintEvent(QPaintEvent*) {
   look.back = back_;
   look.hovered = hovered_ && isEnabled();
   drawButton(p, key_, rect(), look, {isDown(), hasFocus(), isEnabled()});
+  if (hasFocus()) drawFocusFrame(p, rect());
+}
+
+void PictureButton::keyPressEvent(QKeyEvent* e) {
+  // Space clicks any button; Enter clicks ours too, as a picture has no default button.
+  if ((e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter) && !e->isAutoRepeat())
+    click();
+  else
+    QAbstractButton::keyPressEvent(e);
+}
+
+// ---- focus -------------------------------------------------------------------------------
+
+void drawFocusFrame(QPainter& p, const QRectF& r) {
+  const double width = std::max(2.0, std::min(r.width(), r.height()) * 0.05);
+  const QRectF outer = r.adjusted(width / 2, width / 2, -width / 2, -width / 2);
+  const QRectF inner = outer.adjusted(width * 0.75, width * 0.75, -width * 0.75, -width * 0.75);
+  p.save();
+  p.setRenderHint(QPainter::Antialiasing);
+  p.setBrush(Qt::NoBrush);
+  p.setPen(QPen(QColor(20, 60, 160), width));
+  p.drawRect(outer);
+  p.setPen(QPen(Qt::white, width / 2));
+  p.drawRect(inner);
+  p.restore();
+}
+
+bool isClickKey(const QKeyEvent* e) {
+  return e->key() == Qt::Key_Space || e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;
+}
+
+void ScrollView::paintEvent(QPaintEvent* e) {
+  QScrollBar::paintEvent(e);
+  if (!hasFocus()) return;
+  QPainter p(this);
+  drawFocusFrame(p, rect());
 }
 
 // ---- TextView ----------------------------------------------------------------------------
@@ -187,6 +259,21 @@ int ScaledStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     default:
       return base;
   }
+}
+
+void ScaledStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                QPainter* painter, const QWidget* widget) const {
+  if (element != PE_FrameFocusRect)
+    return QProxyStyle::drawPrimitive(element, option, painter, widget);
+  // Around a check box's or an option button's caption, just outside its letters.
+  drawFocusFrame(*painter, QRectF(option->rect).adjusted(-2, -1, 2, 1));
+}
+
+void ScaledStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  QProxyStyle::drawControl(element, option, painter, widget);
+  if (element == CE_PushButton && (option->state & State_HasFocus))
+    drawFocusFrame(*painter, QRectF(option->rect));
 }
 
 }  // namespace quorvel

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPixmap>
 #include <QProxyStyle>
+#include <QScrollBar>
 #include <QWidget>
 #include <cstdint>
 #include <string>
@@ -13,7 +14,9 @@
 #include "form/controls.h"
 #include "pictures.h"
 
+class QKeyEvent;
 class QMouseEvent;
+class QPainter;
 
 namespace quorvel {
 
@@ -39,6 +42,12 @@ class PictureView : public QWidget {
   // Takes over what the model shows now; repaints only when that changed.
   void refresh();
 
+  // A picture that does something when clicked (a colour swatch, a banner) is a button to
+  // the keyboard too: it takes the focus, shows it, and Space or Enter clicks it.
+  void setClickable(bool clickable);
+  bool clickable() const { return clickable_; }
+  void click() { emit clicked(); }
+
  signals:
   void clicked();
 
@@ -47,6 +56,9 @@ class PictureView : public QWidget {
   void resizeEvent(QResizeEvent* e) override;
   void mousePressEvent(QMouseEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
+  void focusInEvent(QFocusEvent* e) override;
+  void focusOutEvent(QFocusEvent* e) override;
 
  private:
   void draw(QPainter& p) const;
@@ -70,6 +82,7 @@ class PictureView : public QWidget {
   PictureLook look_;
   QPixmap drawn_;  // the picture at the current size and pixel ratio; empty when stale
   ClickTracker click_;
+  bool clickable_ = false;
 };
 
 // A command button that shows a picture (the die, a flag, the web-site button).
@@ -81,11 +94,13 @@ class PictureButton : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent*) override;
+  void keyPressEvent(QKeyEvent* e) override;
   void enterEvent(QEnterEvent* e) override;
   void leaveEvent(QEvent* e) override;
 
  private:
   bool bare() const;  // drawn without a button face (the flags)
+  void tellNewName();
   const CommandButton& button_;
   std::string image_;  // the model's values last taken over
   Colour shownBack_;
@@ -108,14 +123,35 @@ class TextView : public QLineEdit {
   void mouseReleaseEvent(QMouseEvent* e) override;
 };
 
+// A scroll bar that shows when it has the keyboard focus (Fusion draws no sign of it).
+class ScrollView : public QScrollBar {
+  Q_OBJECT
+ public:
+  using QScrollBar::QScrollBar;
+
+ protected:
+  void paintEvent(QPaintEvent* e) override;
+};
+
+// The keyboard focus on a control we paint ourselves: a ring in two tones, seen on the pitch's
+// greens, on any team colour and on the window's grey, just inside `r`.
+void drawFocusFrame(QPainter& p, const QRectF& r);
+// Space and Enter: the keys that click a focused picture.
+bool isClickKey(const QKeyEvent* e);
+
 // Fusion, with the indicators and scroll bars grown with the window's scale, so that a check
-// box keeps its proportions when the window is maximised.
+// box keeps its proportions when the window is maximised, and the focus drawn to be seen.
 class ScaledStyle : public QProxyStyle {
  public:
   ScaledStyle();
   void setScale(double scale) { scale_ = scale; }
   int pixelMetric(PixelMetric metric, const QStyleOption* option = nullptr,
                   const QWidget* widget = nullptr) const override;
+  // The keyboard focus in our ring, on every kind of control: Fusion's own is a faint line.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget = nullptr) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget = nullptr) const override;
 
  private:
   double scale_ = 1;

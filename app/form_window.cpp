@@ -13,7 +13,9 @@
 #include <cmath>
 #include <limits>
 
+#include "accessibility.h"
 #include "events/events.h"
+#include "ui/accessible_names.h"
 #include "ui/layout.h"
 
 namespace quorvel {
@@ -129,6 +131,7 @@ FormWindow::FormWindow(MatchForm& f, double clientWidth, double clientHeight)
       style_(std::make_unique<ScaledStyle>()) {
   resize(naturalSize());
   setMinimumSize(naturalSize() / 3);
+  installPictureAccessibility();
 }
 
 FormWindow::~FormWindow() {
@@ -162,9 +165,9 @@ QWidget* FormWindow::makeWidget(Control& c, const TextBox* number, QWidget* pare
     case Kind::CheckBox:
       return clicks(new QCheckBox(parent), &QAbstractButton::clicked);
     case Kind::OptionButton: {
-      auto* b = new QRadioButton(parent);
-      b->setAutoExclusive(false);  // the model decides which one of a group is on
-      return clicks(b, &QAbstractButton::clicked);
+      // The model decides which one of a group is on; its group, the buttons of its frame,
+      // is one Tab stop with the arrow keys inside, as Qt does it for exclusive buttons.
+      return clicks(new QRadioButton(parent), &QAbstractButton::clicked);
     }
     case Kind::TextBox:
       return makeTextView(static_cast<TextBox&>(c), parent);
@@ -198,7 +201,8 @@ QWidget* FormWindow::makeTextView(TextBox& box, QWidget* parent) {
 }
 
 QWidget* FormWindow::makeScrollBar(ScrollBar& bar, QWidget* parent) {
-  auto* s = new QScrollBar(Qt::Horizontal, parent);
+  auto* s = new ScrollView(Qt::Horizontal, parent);
+  s->setFocusPolicy(Qt::StrongFocus);
   connect(s, &QScrollBar::valueChanged, this, [this, &bar](int value) {
     if (syncing_) return;
     emit aboutToHandle();
@@ -224,6 +228,7 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number, Motion motion) {
   byControl_[&c] = &b;
   if (number != nullptr) byControl_[number] = &b;
   b.pictureButton = qobject_cast<PictureButton*>(w) != nullptr;
+  makeAccessible(b);
   applyFont(b);
   syncing_ = true;
   sync(b);
@@ -235,6 +240,28 @@ double FormWindow::legibleScale() const {
   double smallest = std::numeric_limits<double>::max();
   for (const auto& b : bindings_) smallest = std::min(smallest, textStyleFor(b->c.name).px);
   return bindings_.empty() ? 0 : kLegiblePx / smallest;
+}
+
+void FormWindow::makeAccessible(Binding& b) {
+  if (auto* view = qobject_cast<PictureView*>(b.w))
+    view->setClickable(static_cast<bool>(b.c.Click));
+  nameForAssistiveTech(b);
+}
+
+void FormWindow::nameForAssistiveTech(Binding& b) {
+  // Pictures are asked for their names when read; a caption that says what its control is
+  // is the name Qt reports already.
+  if (b.c.kind == Kind::Picture || b.pictureButton) return;
+  const std::string name = quorvel::accessibleName(f_, b.c);
+  const bool captioned = b.c.kind != Kind::TextBox && b.c.kind != Kind::ScrollBar;
+  if (captioned && name == captionOf(b.c)) return;
+  if (b.w->accessibleName() != qs(name)) b.w->setAccessibleName(qs(name));
+}
+
+QString FormWindow::accessibleNameOf(const QWidget* w) const {
+  for (const auto& b : bindings_)
+    if (b->w == w) return qs(quorvel::accessibleName(f_, b->c));
+  return {};
 }
 
 QWidget* FormWindow::widgetFor(const std::string& name) const {
@@ -371,6 +398,7 @@ void FormWindow::syncTextBox(Binding& b, bool fresh) {
     b.text = box.Text;
     if (edit->text() != qs(box.Text)) edit->setText(qs(box.Text));
     applyFont(b);
+    nameForAssistiveTech(b);
   }
   if (fresh || box.Locked != b.locked) {
     b.locked = box.Locked;

@@ -49,6 +49,8 @@ class FormWindow : public QWidget {
   QSize naturalSize() const;  // the size at scale 1
   // The smallest scale at which every text of the bound widgets is still legible.
   double legibleScale() const;
+  // What assistive technology calls widget `w`: its control's name in the game's words.
+  QString accessibleNameOf(const QWidget* w) const;
 
  signals:
   // The person is about to do something that reaches the model.
@@ -76,6 +78,10 @@ class FormWindow : public QWidget {
   void syncScrollBar(Binding& b, bool fresh);
   // True, with the new text taken into `b`, when the control's caption is not the one shown.
   static bool captionChanged(Binding& b, bool fresh);
+  // Names the widget for assistive technology where its own text does not say what it is,
+  // and makes a picture that can be clicked a button to the keyboard.
+  void makeAccessible(Binding& b);
+  void nameForAssistiveTech(Binding& b);
   void place(Binding& b);
   void applyFont(Binding& b);
   void relayout();

@@ -1,6 +1,7 @@
 #include "links_window.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 
 #include "events/events.h"
@@ -26,6 +27,13 @@ void LinksWindow::mouseReleaseEvent(QMouseEvent* e) {
     userClickLinksForm(f_);
     emit handled();
   }
+}
+
+void LinksWindow::keyPressEvent(QKeyEvent* e) {
+  if (e->key() == Qt::Key_Escape)
+    close();
+  else
+    FormWindow::keyPressEvent(e);
 }
 
 void LinksWindow::closeEvent(QCloseEvent* e) {

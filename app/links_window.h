@@ -16,6 +16,7 @@ class LinksWindow : public FormWindow {
   void mousePressEvent(QMouseEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;  // Escape closes it, as its Exit does
 
  private:
   ClickTracker click_;  // on the background

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
 #include <QWindow>
@@ -42,7 +43,9 @@ MatchWindow::MatchWindow(MatchForm& f)
     : FormWindow(f, kMatchClient.width, kMatchClient.height),
       shown_(f.Visible),
       linksShown_(f.LinksForm.Visible),
-      lastBack_(f.BackColor) {
+      lastBack_(f.BackColor),
+      announcer_(f),
+      news_(new QLabel(this)) {
   setWindowTitle(QStringLiteral("Free Quorvel"));
   setWindowIcon(appIcon());
 
@@ -102,6 +105,15 @@ MatchWindow::MatchWindow(MatchForm& f)
   connect(&pump_, &QTimer::timeout, this, &MatchWindow::tick);
 
   orderTabs();
+  oneTabStopAGroup();
+  groupTheFlags();
+  bannersReachableWhenOut();
+  news_->setObjectName(QStringLiteral("News"));
+  news_->setWordWrap(true);
+  news_->setMargin(2);
+  news_->hide();
+  news_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  news_->setAccessibleDescription(QStringLiteral("What happens in the match"));
 
   // Never so small that a label is hard to read; start at the natural size, or as large as
   // fits on the screen, keeping proportions.
@@ -160,6 +172,7 @@ void MatchWindow::catchUp() {
   lastWall_ = now;
   if (modal_ > 0 || f_.Ended || ms <= 0) return;
   f_.Sched.advance(ms);
+  announce();  // before the input that follows, which may make news of its own
 }
 
 void MatchWindow::schedulePump() {
@@ -198,13 +211,16 @@ void MatchWindow::refresh() {
   everyControlTouched_ = false;
   syncFromModel();
   links_->syncFromModel();
+  bannersReachableWhenOut();
   applyFocus();
+  announce();
   schedulePump();
 }
 
-// Tab follows the eye: the left team's panel, the right team's, then the column of controls
-// beside the pitch (so Exit comes last); within each, rows top to bottom and left to right, a
-// frame's controls together where the frame stands.
+// Tab starts where the window opens, at Start: Start, Help, the die, the flags when they are
+// offered and the two 50/50 dice; then the left team's panel and the right team's; then the
+// rest of the column of controls beside the pitch, so that Exit comes last. Within each, rows
+// top to bottom and left to right, a frame's controls together where the frame stands.
 void MatchWindow::orderTabs() {
   struct Stop {
     QWidget* w;
@@ -216,15 +232,21 @@ void MatchWindow::orderTabs() {
     return r;
   };
   const QRectF pitch = absolute(f_.Grass);
-  std::vector<Stop> panels[3];
+  enum Panel { kLeft, kRight, kColumnTop, kColumn };
+  std::vector<Stop> panels[4];
   forEachControl(f_, [&](Control& c) {
     QWidget* w = f_.LinksForm.holds(c) ? nullptr : widgetFor(c.name);
     if (w == nullptr || w->focusPolicy() == Qt::NoFocus) return;
+    if (indexIn(f_.CDdest, c) >= 0) return;  // they stand wherever the ball is: see below
     const Control* outer = &c;
     while (outer->parent != nullptr) outer = outer->parent;
     const Stop stop{w, absolute(*outer), absolute(c)};
     const double x = stop.block.left();
-    panels[x < pitch.center().x() ? 0 : x < pitch.right() ? 1 : 2].push_back(stop);
+    const Panel panel = x < pitch.center().x()           ? kLeft
+                        : x < pitch.right()              ? kRight
+                        : stop.block.top() < pitch.top() ? kColumnTop
+                                                         : kColumn;
+    panels[panel].push_back(stop);
   });
   // Rows: a stop whose top lies in the upper half of the row's first stop joins that row.
   auto readingOrder = [](std::vector<Stop>& stops, QRectF Stop::*rect) {
@@ -242,8 +264,8 @@ void MatchWindow::orderTabs() {
       row = end;
     }
   };
-  QWidget* previous = nullptr;
-  for (auto& panel : panels) {
+  auto inOrder = [&](std::vector<Stop>& panel) {
+    std::vector<QWidget*> order;
     readingOrder(panel, &Stop::block);
     // Within a frame, its own controls in reading order.
     for (auto first = panel.begin(); first != panel.end();) {
@@ -251,21 +273,88 @@ void MatchWindow::orderTabs() {
           std::find_if(first, panel.end(), [&](const Stop& s) { return s.block != first->block; });
       std::vector<Stop> block(first, last);
       readingOrder(block, &Stop::own);
-      for (const Stop& s : block) {
-        if (previous != nullptr) setTabOrder(previous, s.w);
-        previous = s.w;
-      }
+      for (const Stop& s : block) order.push_back(s.w);
       first = last;
     }
+    return order;
+  };
+  std::vector<QWidget*> chain = inOrder(panels[kColumnTop]);
+  // The flags go clockwise from straight up, after the die that offers them.
+  const auto die = std::find(chain.begin(), chain.end(), widgetFor(f_.Cdice.name));
+  std::vector<QWidget*> flags;
+  for (auto& flag : f_.CDdest)
+    if (QWidget* w = widgetFor(flag.name)) flags.push_back(w);
+  chain.insert(die == chain.end() ? chain.end() : die + 1, flags.begin(), flags.end());
+  for (Panel panel : {kLeft, kRight, kColumn}) {
+    const std::vector<QWidget*> order = inOrder(panels[panel]);
+    chain.insert(chain.end(), order.begin(), order.end());
   }
+  for (std::size_t i = 1; i < chain.size(); ++i) setTabOrder(chain[i - 1], chain[i]);
+}
+
+void MatchWindow::oneTabStopAGroup() {
+  // Qt keeps it so from now on, whenever a button of an exclusive group is checked.
+  for (auto* option : findChildren<QRadioButton*>())
+    option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void MatchWindow::applyFocus() {
-  if (f_.ActiveControl == lastActive_) return;
+  // The focus is always shown, not only once Tab has been pressed: a person who cannot see
+  // where a key will land cannot use the keyboard.
+  setAttribute(Qt::WA_KeyboardFocusChange);
+  QWidget* w = widgetFor(f_.ActiveControl);
+  const bool moved = f_.ActiveControl != lastActive_;
   lastActive_ = f_.ActiveControl;
-  QWidget* w = widgetFor(lastActive_);
-  if (w != nullptr && w->isEnabled() && w->focusPolicy() != Qt::NoFocus)
-    w->setFocus(Qt::OtherFocusReason);
+  if (w == nullptr || !w->isEnabled() || w->focusPolicy() == Qt::NoFocus) return;
+  // Also when Qt handed the focus on from a widget the model hid or disabled (a flag once
+  // kicked): it goes back where the model has it.
+  if (moved || (w->isVisible() && focusWidget() != w)) w->setFocus(Qt::OtherFocusReason);
+}
+
+void MatchWindow::groupTheFlags() {
+  flags_.setExclusive(false);  // they are pressed, never checked
+  for (auto& flag : f_.CDdest)
+    if (auto* button = qobject_cast<QAbstractButton*>(widgetFor(flag.name)))
+      flags_.addButton(button);
+}
+
+void MatchWindow::bannersReachableWhenOut() {
+  const QWidget* grass = widgetFor(f_.Grass.name);
+  for (auto& banner : f_.Banner) {
+    QWidget* w = widgetFor(banner.name);
+    if (w == nullptr || grass == nullptr) continue;
+    const bool out = !grass->geometry().contains(w->geometry().center());
+    const Qt::FocusPolicy policy = out ? Qt::StrongFocus : Qt::NoFocus;
+    if (w->focusPolicy() != policy) w->setFocusPolicy(policy);
+  }
+}
+
+void MatchWindow::announce() {
+  const std::string said = announcer_.update(f_);
+  if (said.empty()) return;
+  // A new text of a label is a new name to assistive technology, which it is told of.
+  news_->setText(QString::fromStdString(said));
+  news_->show();  // hidden until the first news: an empty label tells nothing
+}
+
+void MatchWindow::placeNews() {
+  const QRectF area = formArea();
+  const double pixels = area.width() / kMatchClient.width;  // per twip
+  news_->setGeometry(QRectF(area.left() + kNewsArea.left * pixels,
+                            area.top() + kNewsArea.top * pixels, kNewsArea.width * pixels,
+                            kNewsArea.height * pixels)
+                         .toRect());
+  QFont font = news_->font();
+  const TextStyle& style = kNewsStyle;
+  font.setItalic(style.italic);
+  font.setBold(style.bold);
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(style.px * scale()))));
+  news_->setFont(font);
+}
+
+void MatchWindow::resizeEvent(QResizeEvent* e) {
+  FormWindow::resizeEvent(e);
+  placeNews();
 }
 
 void MatchWindow::showMessage(const Message& m) {

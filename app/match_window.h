@@ -3,6 +3,7 @@
 // The pump sleeps until the next timer of the game is due, so a game at rest rests.
 #pragma once
 
+#include <QButtonGroup>
 #include <QElapsedTimer>
 #include <QTimer>
 #include <memory>
@@ -10,6 +11,9 @@
 
 #include "form_window.h"
 #include "links_window.h"
+#include "ui/announcements.h"
+
+class QLabel;
 
 namespace quorvel {
 
@@ -28,10 +32,13 @@ class MatchWindow : public FormWindow {
   void refresh();
 
   LinksWindow& links() { return *links_; }
+  // The line that tells the match in words; assistive technology hears each new text.
+  const QLabel& news() const { return *news_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* e) override;
   void showEvent(QShowEvent* e) override;
+  void resizeEvent(QResizeEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
 
  private:
@@ -46,6 +53,15 @@ class MatchWindow : public FormWindow {
   void showMessage(const Message& m);
   void applyFocus();
   void orderTabs();
+  // Each group of option buttons is one Tab stop, its selected button; the arrow keys move
+  // among the flags on show, each to the nearest flag its way.
+  void oneTabStopAGroup();
+  void groupTheFlags();
+  // A banner is a Tab stop only once it has come out from under the pitch.
+  void bannersReachableWhenOut();
+  // Tells what happened since the last announcement, if anything did.
+  void announce();
+  void placeNews();
 
   std::unique_ptr<LinksWindow> links_;
   QTimer pump_;
@@ -59,6 +75,9 @@ class MatchWindow : public FormWindow {
   bool everyControlTouched_ = false;  // a tick since the last refresh may have changed anything
   std::string lastActive_;
   Colour lastBack_;
+  QButtonGroup flags_;
+  Announcer announcer_;
+  QLabel* news_;
 };
 
 }  // namespace quorvel

@@ -19,6 +19,13 @@ inline constexpr ClientSize kMatchClient{18720, 11520};
 // The closing window: its pictures and buttons with a margin all round.
 inline constexpr ClientSize kLinksClient{6240, 4440};
 
+// Where the main window tells the match in words, as it is announced to assistive
+// technology: below the blurb in the column of controls, in kNewsStyle.
+struct Area {
+  double left, top, width, height;
+};
+inline constexpr Area kNewsArea{15360, 10440, 3240, 1020};
+
 // Seen from above, a goal opens towards the pitch.
 enum class Mouth { OpensRight, OpensLeft };
 // The way goal picture `name` opens; any other name opens right.
@@ -32,6 +39,8 @@ struct TextStyle {
   bool italic = false;
   Align align = Align::Centre;  // where a text box sets its text
 };
+// The news line's text: small and slanted, as the keypad hint.
+inline constexpr TextStyle kNewsStyle{12, false, true};
 // The style of control `name`'s text.
 TextStyle textStyleFor(std::string_view name);
 

@@ -353,11 +353,13 @@ class MatchWindowTest : public QObject {
       QTest::keyClick(g.w->focusWidget(), Qt::Key_Tab);
       order << g.w->focusWidget()->objectName();
     }
+    // From Start, where the window opens: the match's own controls, the two teams' panels
+    // (a group of option buttons is one stop, its selected button), the settings, Exit last.
     const QString expected =
-        "CDhelp Cdice CDcontest(1) CDcontest(2) Ch50 ChAuto ChtenFIF Chq OpMode(0) OpMode(1) "
-        "OpMode(2) OpName(0) OpName(1) cdr Command1 CDend "
-        "OPForm(0) OPForm(1) OPForm(2) OPForm(3) OPForm(4) Team(1) CHsub(1) CHsub(0) "
-        "Team(2) OPForm(10) OPForm(11) OPForm(12) OPForm(13) OPForm(14) CHsub(2) CHsub(3) CDgo";
+        "CDhelp Cdice CDcontest(1) CDcontest(2) "
+        "OPForm(0) Team(1) RainB(1) RainB(0) CHsub(1) CHsub(0) "
+        "Team(2) OPForm(12) RainB(2) RainB(3) CHsub(2) CHsub(3) "
+        "Ch50 ChAuto ChtenFIF Chq OpMode(0) Hai Vai OpName(1) cdr Command1 CDend CDgo";
     QCOMPARE(order.join(' '), expected);
     // A person's click moves the model's focus.
     QTest::mouseClick(g.widget("Ch50"), Qt::LeftButton);

@@ -1,0 +1,142 @@
+#include "ui/accessible_names.h"
+
+#include <array>
+
+#include "match/codes.h"
+#include "match/match.h"
+
+namespace quorvel {
+
+namespace {
+
+constexpr std::array<std::string_view, 8> kDirections = {"Up",   "Up-right",  "Right", "Down-right",
+                                                         "Down", "Down-left", "Left",  "Up-left"};
+
+std::string sideWords(int side, std::string_view what) {
+  return std::string(sideName(side)) + "'s " + std::string(what);
+}
+
+// The face 1..6 a die picture shows, or 0 for a blank one.
+int faceOf(const std::string& image) {
+  if (image.size() != 4 || image.rfind("die", 0) != 0) return 0;
+  const int face = image[3] - '0';
+  return face >= 1 && face <= 6 ? face : 0;
+}
+
+std::string dieName(const MatchForm& f) {
+  if (f.GameOn != kNoMatchYet && f.DiceReady == kDiceRolled && faceOf(f.Cdice.Image) > 0)
+    return "Die, showing " + std::to_string(faceOf(f.Cdice.Image));
+  return "Roll the die";
+}
+
+std::string contestDieName(const MatchForm& f, int side) {
+  std::string name = sideWords(side, "50/50 die");
+  if (const int face = faceOf(f.CDcontest[side].Image); face > 0)
+    name += ", showing " + std::to_string(face);
+  return name + ": new colours and name for this team";
+}
+
+std::string pictureName(const MatchForm& f, const Control& c) {
+  if (const int i = indexIn(f.Player, c); i > 0) {
+    // Before the first match the teams wait below the pitch, on no square.
+    if (f.PlayerCol[i] < 1) return playerName(f, i);
+    return playerName(f, i) + ", " + squareName(f.PlayerCol[i], f.PlayerRow[i]);
+  }
+  if (&c == &f.Player[0]) return "Substitute";
+  if (&c == &f.Ball) return "Ball";
+  if (&c == &f.Grass) return "Pitch";
+  if (&c == &f.Goal[1]) return "Left goal";
+  if (&c == &f.Goal[0]) return "Right goal";
+  if (&c == &f.PicGame) return f.TXgame[0].Text + " " + f.TXgame[1].Text;
+  if (const int i = indexIn(f.RainB, c); i >= 0) {
+    // 0 and 3 are the sides' main colours, 1 and 2 their second ones.
+    const int side = i < 2 ? 1 : 2;
+    const bool main = i == 0 || i == 3;
+    return sideWords(side, main ? "main colour: change it" : "second colour: change it");
+  }
+  if (&c == &f.Banner[0] || &c == &f.Banner[1]) return c.ToolTipText;
+  if (&c == &f.LinksForm.Picture1 || &c == &f.LinksForm.Picture2) return "Visit the maker's page";
+  return {};
+}
+
+std::string buttonName(const MatchForm& f, const CommandButton& b) {
+  if (&b == &f.Cdice) return dieName(f);
+  if (const int d = indexIn(f.CDdest, b); d >= 0) return flagName(f, d);
+  if (const int s = indexIn(f.CDcontest, b); s > 0) return contestDieName(f, s);
+  if (&b == &f.Command1) return "Visit the maker's web site";
+  if (&b == &f.CDhm) return "Play the computer's chosen flag";
+  return b.Caption;
+}
+
+std::string textBoxName(const MatchForm& f, const TextBox& t) {
+  for (int s = 1; s <= 2; ++s) {
+    if (&t == &f.Team[s]) return sideWords(s, "name");
+    if (&t == &f.Goals[s]) return sideWords(s, "goals");
+    if (&t == &f.Poses[s]) return sideWords(s, "possession");
+  }
+  if (&t == &f.TXtim) return "Match clock";
+  if (&t == &f.Text3) return "IQ";
+  if (&t == &f.Text4) return "Computer's speed";
+  return t.Text;
+}
+
+}  // namespace
+
+std::string_view directionName(int d) {
+  return d >= 0 && d < 8 ? kDirections[static_cast<std::size_t>(d)] : std::string_view{};
+}
+
+std::string squareName(double col, double row) {
+  return "column " + std::to_string(roundIndex(col)) + " row " + std::to_string(roundIndex(row));
+}
+
+std::string_view sideName(int side) {
+  return side == 1 ? "Left team" : "Right team";
+}
+
+std::string flagName(const MatchForm& f, int d) {
+  std::string name(directionName(d));
+  if (f.FlagGoal[d] == 1) return name + ", a shot at goal";
+  double col = 0, row = 0;
+  flagTarget(f, d, col, row);
+  return name + ", to " + squareName(col, row);
+}
+
+std::string playerName(const MatchForm& f, int player) {
+  return f.Team[sideOf(player)].Text + " number " + std::to_string(shirtOf(player));
+}
+
+std::string accessibleName(const MatchForm& f, const Control& c) {
+  switch (c.kind) {
+    case Kind::Picture:
+      return pictureName(f, c);
+    case Kind::CommandButton:
+      return buttonName(f, static_cast<const CommandButton&>(c));
+    case Kind::TextBox:
+      return textBoxName(f, static_cast<const TextBox&>(c));
+    case Kind::CheckBox: {
+      if (const int i = indexIn(f.CHsub, c); i >= 0) {
+        // Boxes 0 and 3 bring on number 12, 1 and 2 number 13.
+        const int number = i == 0 || i == 3 ? 12 : 13;
+        return sideWords(i < 2 ? 1 : 2, "substitute: bring on number ") + std::to_string(number);
+      }
+      if (&c == &f.Chp) return "Let the computer only show its choice";
+      return static_cast<const CheckBox&>(c).Caption;
+    }
+    case Kind::OptionButton:
+      return static_cast<const OptionButton&>(c).Caption;
+    case Kind::ScrollBar:
+      if (&c == &f.Hai) return "Computer's IQ, 1 dumb to 6 smart";
+      return "Computer's thinking time in milliseconds";
+    case Kind::Frame:
+      if (&c == &f.Fra1) return sideWords(1, "formation");
+      if (&c == &f.Fra2) return sideWords(2, "formation");
+      if (&c == &f.FrameMode) return "Who plays, and the computer's IQ and speed";
+      return "New team names from";
+    case Kind::Label:
+      return static_cast<const Label&>(c).Caption;
+  }
+  return {};
+}
+
+}  // namespace quorvel
