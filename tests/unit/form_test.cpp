@@ -1,10 +1,15 @@
-// The form kit: virtual-time timers and the random source.
+// The form kit: virtual-time timers, the random source and numbers in text boxes.
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "form/basic.h"
 #include "form/colour.h"
 #include "form/random.h"
 #include "form/scheduler.h"
@@ -122,6 +127,41 @@ TEST(Colour, ColourBlindEyesSeeTheirModelsLookAlikes) {
   EXPECT_EQ(simulate(RGB(0, 255, 0), Vision::Deuteranopia), RGB(239, 214, 58));
   EXPECT_EQ(simulate(RGB(0, 0, 255), Vision::Tritanopia), RGB(0, 107, 150));
   EXPECT_EQ(simulate(RGB(255, 0, 0), Vision::Typical), RGB(255, 0, 0));
+}
+
+// Text boxes show a number as std::to_chars writes it, whatever the library: the
+// shortest text that reads back, fixed or scientific, a whole number written exactly.
+TEST(Numbers, TextBoxesWriteWhatToCharsWritesAndReadTheirLeadingNumber) {
+  auto expected = [](auto v) {
+    char text[64];
+    return v == 0 ? std::string("0") : std::string(text, std::to_chars(text, text + 64, v).ptr);
+  };
+  std::mt19937_64 bits(7);
+  std::vector<double> doubles = {1e23, 2e22, 5e-324, 1.7976931348623157e308, 0.1, 123456, -12.5};
+  std::vector<float> singles = {12.1f, 3.4028235e38f, 1e-45f, 268435456.0f, 0.3f};
+  for (int e = -1074; e < 1024; e += 7) doubles.push_back(std::ldexp(1.0, e));
+  for (int e = -149; e < 128; e += 3) singles.push_back(std::ldexp(1.0f, e));
+  for (int i = 0; i < 20000; ++i) {
+    const std::uint64_t u = bits();
+    double d;
+    std::memcpy(&d, &u, sizeof d);
+    const auto high = static_cast<std::uint32_t>(u >> 32);
+    float s;
+    std::memcpy(&s, &high, sizeof s);
+    if (std::isfinite(d)) doubles.push_back(d);
+    if (std::isfinite(s)) singles.push_back(s);
+    doubles.push_back(static_cast<double>(u >> 11) * 0x1.0p-53);
+    singles.push_back(static_cast<float>(u % 200000) / 10);
+  }
+  for (double d : doubles) ASSERT_EQ(plainNumber(d), expected(d)) << d;
+  for (float s : singles) ASSERT_EQ(plainNumber(s), expected(s)) << s;
+  EXPECT_EQ(textValue("  -12.5 goals"), -12.5);
+  EXPECT_EQ(textValue("+3"), 3);
+  EXPECT_EQ(textValue("0.1"), 0.1);
+  EXPECT_EQ(textValue("12,5"), 12);
+  EXPECT_EQ(textValue("x1"), 0);
+  EXPECT_EQ(textValue("-"), 0);
+  EXPECT_EQ(textValue(std::string(400, '9')), 0);  // too large: 0
 }
 
 }  // namespace
