@@ -14,15 +14,33 @@ namespace {
 // Numbers are read and written through streams in the classic locale: the same text whatever
 // locale the toolkit chose, and in every standard library (not all of them read or write reals
 // with std::from_chars and std::to_chars).
-// A number too large reads as 0; one too small for a normal real reads as the nearest real
-// (some libraries flag it as an error and some do not).
+
+// All of `text` as one number, as std::from_chars reads it: no blanks, no '+'. False when it is
+// not one, or out of range; a number too small for a normal real reads as the nearest real
+// (some libraries flag that as an error, some do not). Not "inf" nor "nan".
 template <typename Real>
-Real readNumber(const std::string& text) {
-  std::istringstream in(text);
+bool readAll(std::string_view text, Real& out) {
+  if (text.empty() || text[0] == '+') return false;
+  if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) return false;
+  std::istringstream in{std::string(text)};
   in.imbue(std::locale::classic());
   Real v = 0;
-  in >> v;
-  return !in.fail() || (std::isfinite(v) && std::fabs(v) < 1) ? v : 0;
+  in >> std::noskipws >> v;
+  if (in.fail() && !(v != 0 && std::isfinite(v) && std::fabs(v) < 1)) return false;
+  in.clear();
+  if (in.peek() != std::char_traits<char>::eof()) return false;
+  // Too small even for the smallest real: some libraries read 0 and flag nothing.
+  const std::string_view digits = text.substr(0, text.find_first_of("eE"));
+  if (v == 0 && digits.find_first_of("123456789") != std::string_view::npos) return false;
+  out = v;
+  return true;
+}
+
+// A number too large reads as 0.
+template <typename Real>
+Real readNumber(std::string_view text) {
+  Real v = 0;
+  return readAll(text, v) ? v : 0;
 }
 
 template <typename Real>
@@ -108,7 +126,14 @@ double textValue(std::string_view text) {
   if (!digits) return 0;
   std::string_view number = text.substr(i, j - i);
   if (!number.empty() && number[0] == '+') number.remove_prefix(1);
-  return readNumber<double>(std::string(number));
+  return readNumber<double>(number);
+}
+
+bool parseReal(std::string_view text, double& out) {
+  return readAll(text, out);
+}
+bool parseReal(std::string_view text, float& out) {
+  return readAll(text, out);
 }
 
 std::string plainNumber(double v) {

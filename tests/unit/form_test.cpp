@@ -162,6 +162,19 @@ TEST(Numbers, TextBoxesWriteWhatToCharsWritesAndReadTheirLeadingNumber) {
   EXPECT_EQ(textValue("x1"), 0);
   EXPECT_EQ(textValue("-"), 0);
   EXPECT_EQ(textValue(std::string(400, '9')), 0);  // too large: 0
+  // A script's number: all of the text, as std::from_chars reads it, and finite.
+  for (const char* text : {"1e5", "-0.25", "1.", ".5", "12.5e-3", "-0", "1e-310", "00012"}) {
+    double got = 7, read = 7;
+    std::from_chars(text, text + std::strlen(text), read);
+    EXPECT_TRUE(parseReal(text, got) && got == read) << text;
+  }
+  for (const char* text : {" 1", "+1", "5x", "", "1e999", "-", "1e-400", "nan", "inf", "0x10"}) {
+    double got = 7;
+    EXPECT_FALSE(parseReal(text, got)) << text;
+    EXPECT_EQ(got, 7) << text;
+  }
+  float single = 0;
+  EXPECT_FALSE(parseReal("3.5e38", single));
 }
 
 }  // namespace
