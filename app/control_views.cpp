@@ -74,16 +74,7 @@ void PictureView::paintEvent(QPaintEvent*) {
 }
 
 void PictureView::draw(QPainter& p) const {
-  const QRectF r = rect();
-  if (key_.isEmpty()) {
-    // A plain panel: its own colour with a soft edge.
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(look_.back.darker(140), 1));
-    p.setBrush(look_.back);
-    p.drawRoundedRect(r.adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
-    return;
-  }
-  drawPicture(p, key_, r, look_);
+  drawPicture(p, key_, rect(), look_);
 }
 
 void ClickTracker::press(QMouseEvent* e) {
@@ -118,7 +109,7 @@ PictureButton::PictureButton(const CommandButton& button, QWidget* parent)
 }
 
 bool PictureButton::bare() const {
-  return button_.Image == "flag";
+  return bareButton(button_.Image);
 }
 
 void PictureButton::refresh() {
@@ -149,32 +140,10 @@ void PictureButton::leaveEvent(QEvent* e) {
 void PictureButton::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) p.setOpacity(0.55);
-  const QRectF r = rect();
   PictureLook look;
   look.back = back_;
   look.hovered = hovered_ && isEnabled();
-  if (bare()) {
-    drawPicture(p, key_, isDown() ? r.translated(0.5, 0.5) : r, look);
-    return;
-  }
-  const double edge = std::max(1.0, std::min(r.width(), r.height()) * 0.03);
-  const double radius = std::min(r.width(), r.height()) * 0.12;
-  QColor face = back_;
-  if (isDown())
-    face = face.darker(112);
-  else if (look.hovered)
-    face = face.lighter(104);
-  QLinearGradient shade(r.topLeft(), r.bottomLeft());
-  shade.setColorAt(0, face.lighter(106));
-  shade.setColorAt(1, face.darker(106));
-  p.setBrush(shade);
-  p.setPen(QPen(hasFocus() ? QColor(40, 110, 200) : face.darker(150), edge));
-  p.drawRoundedRect(r.adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2), radius, radius);
-  const double inset = std::min(r.width(), r.height()) * 0.08;
-  QRectF art = r.adjusted(inset, inset, -inset, -inset);
-  if (isDown()) art.translate(0, edge);
-  drawPicture(p, key_, art, look);
+  drawButton(p, key_, rect(), look, {isDown(), hasFocus(), isEnabled()});
 }
 
 // ---- TextView ----------------------------------------------------------------------------

@@ -1,5 +1,6 @@
-// The game's stored pictures, drawn as vectors so that they stay crisp at any size and pixel
-// ratio. A picture is named by the key a control's Image holds ("pitch", "die3", ...).
+// The game's pictures in the window: what a control shows, turned into the toolkit-free
+// description of src/ui/pictures.h and painted by shape_painter.h. A picture is named by the key
+// a control's Image holds ("pitch", "die3", ...).
 #pragma once
 
 #include <QColor>
@@ -9,6 +10,7 @@
 #include <QString>
 
 #include "form/colour.h"
+#include "ui/pictures.h"
 
 namespace quorvel {
 
@@ -27,12 +29,13 @@ struct PictureLook {
   bool hovered = false;    // a clickable picture under the mouse
 };
 
-// Draws picture `key` into `r`. Unknown keys draw nothing.
+// Draws picture `key` into `r`; the empty key draws a plain panel, unknown keys nothing.
 void drawPicture(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look);
+// Draws a button showing picture `key` into `r`: its face and the picture on it.
+void drawButton(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look,
+                const ButtonState& state);
 
-// The game's icon: a die on two greens, as in quorvel.svg.
-void drawAppIcon(QPainter& p, const QRectF& r);
-// The same icon at the sizes a window manager asks for.
+// The game's icon (quorvel.svg) at the sizes a window manager asks for.
 QIcon appIcon();
 
 }  // namespace quorvel

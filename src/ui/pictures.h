@@ -1,0 +1,55 @@
+// The game's pictures as shapes (shapes.h), described for the box they fill. A picture is named
+// by the key a control's Image holds: "pitch", "goal", "ball", "player", "flag", "swatch",
+// "die0" (blank) to "die6", "die7" (dimmed blank), "banner-title", "banner-site", "site",
+// "advert1", "advert2".
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "form/colour.h"
+#include "ui/shapes.h"
+
+namespace quorvel {
+
+constexpr Rgba toRgba(Colour c, std::uint8_t alpha = 255) {
+  return {static_cast<std::uint8_t>(c.red()), static_cast<std::uint8_t>(c.green()),
+          static_cast<std::uint8_t>(c.blue()), alpha};
+}
+
+// A colour shaded as the window has always shaded it (Qt's 16-bit HSV): its value raised or
+// lowered to `percent` (100 or more) per cent, a raised value beyond full taking saturation away.
+Rgba lighter(Rgba c, int percent);
+Rgba darker(Rgba c, int percent);
+// Its HSL lightness, 0..255.
+int lightness(Rgba c);
+
+// What a picture shows besides its key.
+struct Look {
+  Rgba back;           // the control's BackColor: a shirt's colour, a swatch's colour
+  std::string number;  // a player's shirt number
+  Rgba numberInk;      // ... and its colours
+  Rgba numberBack;
+  Box numberBox;           // where the number box sits, as fractions of the picture's size
+  bool opensLeft = false;  // a goal whose mouth faces left (the right-hand goal)
+  bool hovered = false;    // a clickable picture under the mouse
+};
+
+// Picture `key` filling `box`. The empty key is a plain panel in the back colour; an unknown
+// key is an empty picture.
+Drawing describePicture(std::string_view key, const Look& look, const Box& box);
+
+// How a command button that shows a picture is at the moment.
+struct ButtonState {
+  bool down = false;
+  bool focused = false;
+  bool enabled = true;
+};
+
+// A button showing picture `key` (the die, a flag, the web-site button) filling `box`: its face
+// and the picture on it. A bare button has no face.
+Drawing describeButton(std::string_view key, const Look& look, const ButtonState& state,
+                       const Box& box);
+bool bareButton(std::string_view key);
+
+}  // namespace quorvel
