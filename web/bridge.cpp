@@ -4,6 +4,8 @@
 #include <emscripten/bind.h>
 #include <emscripten/emscripten.h>
 
+#include <cmath>
+#include <cstdio>
 #include <map>
 #include <memory>
 #include <random>
@@ -56,8 +58,13 @@ std::string quoted(std::string_view s) {
   return out + "\"";
 }
 
+// A number for JSON, quickly: the page asks for every control's state at each wake-up. Twips are
+// mostly whole; nine digits are more than a pixel on any screen needs.
 std::string number(double v) {
-  return plainNumber(v);
+  if (v == std::trunc(v) && std::fabs(v) < 1e15) return std::to_string(static_cast<long long>(v));
+  char text[32];
+  std::snprintf(text, sizeof text, "%.9g", v);
+  return text;
 }
 
 std::string colour(Colour c) {
@@ -328,6 +335,10 @@ bool wake(double wallMs) {
 double nextWakeIn(double wallMs) {
   return static_cast<double>(game.pace->nextWakeIn(static_cast<Millis>(wallMs)));
 }
+// The game's own clock, in virtual milliseconds (for measuring the page's pace).
+double virtualTime() {
+  return static_cast<double>(game.form->Sched.now());
+}
 // The message box was closed: the game goes on from where it stood.
 void messageClosed(double wallMs) {
   game.pace->release(static_cast<Millis>(wallMs));
@@ -349,6 +360,7 @@ EMSCRIPTEN_BINDINGS(quorvel) {
   emscripten::function("wake", &wake);
   emscripten::function("nextWakeIn", &nextWakeIn);
   emscripten::function("messageClosed", &messageClosed);
+  emscripten::function("virtualTime", &virtualTime);
 }
 
 }  // namespace quorvel

@@ -174,8 +174,8 @@ TEST(Numbers, TextBoxesWriteWhatToCharsWritesAndReadTheirLeadingNumber) {
   std::mt19937_64 bits(7);
   std::vector<double> doubles = {1e23, 2e22, 5e-324, 1.7976931348623157e308, 0.1, 123456, -12.5};
   std::vector<float> singles = {12.1f, 3.4028235e38f, 1e-45f, 268435456.0f, 0.3f};
-  for (int e = -1074; e < 1024; e += 7) doubles.push_back(std::ldexp(1.0, e));
-  for (int e = -149; e < 128; e += 3) singles.push_back(std::ldexp(1.0f, e));
+  for (int e = -1074; e < 1024; ++e) doubles.push_back(std::ldexp(1.0, e));
+  for (int e = -149; e < 128; ++e) singles.push_back(std::ldexp(1.0f, e));
   for (int i = 0; i < 2500; ++i) {
     const std::uint64_t u = bits();
     double d;
