@@ -169,7 +169,11 @@ function layout() {
   };
   size('main', kMainClient);
   size('closing', kClosingClient);
-  for (const v of page.views.values()) if (v.state) place(v);
+  for (const v of page.views.values()) {
+    if (!v.state) continue;
+    place(v);
+    if (v.info.kind === 'text box') fitText(v);
+  }
 }
 
 // ---- what the game shows ------------------------------------------------------------------
@@ -215,6 +219,7 @@ function show(v) {
       if (s.text !== was.text && el.value !== s.text) el.value = s.text;
       el.readOnly = s.locked;
       el.classList.toggle('locked', s.locked);
+      fitText(v);
       break;
     case 'scroll bar':
       Object.assign(el, { min: s.min, max: s.max, step: s.step });
@@ -227,6 +232,14 @@ function show(v) {
       break;
   }
   draw(v, false);
+}
+
+// A text longer than its box is shown smaller rather than cut off, as in the window.
+function fitText(v) {
+  const full = v.info.px * page.scale;
+  v.el.style.fontSize = `${full}px`;
+  const room = v.el.clientWidth, needed = v.el.scrollWidth;
+  if (needed > room && room > 0) v.el.style.fontSize = `${full * Math.max(0.6, room / needed)}px`;
 }
 
 // Brings the page up to the game: the windows, each control that changed, the focus.

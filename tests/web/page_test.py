@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """The page in a real browser: headless Chromium opens quorvel.html from a file:// address with no
 network, sees the pitch and both teams, ticks Quickplay, presses Start, rolls with the keypad's 5,
-clicks a flag and sees the ball reach a receiver, opens Help, presses Exit, sees the closing window,
-opens the web site in a new tab and leaves. Screenshots of each step go to --shots.
+clicks a flag and sees the ball reach a receiver, opens Help, meets the game's message for a page
+that cannot open, presses Exit, sees the closing window, opens the web site in a new tab and
+leaves. Screenshots of each step go to --shots.
 
    page_test.py BUILD-WEB/quorvel.html [--shots DIR] [--scale 2]"""
 import argparse
@@ -120,6 +121,14 @@ def main():
                           ".getBoundingClientRect(); return [r.x + r.width / 2, r.y + r.height / 2]; })()")
         tab.click(*ok)
         tab.wait_for("!document.getElementById('message').open", 'OK closes the message box', 5)
+
+        # Where no page can be opened (a blocked pop-up), the game's own message says so.
+        tab.evaluate('window.realOpen = window.open; window.open = () => null; true')
+        click(tab, 'Command1')
+        tab.wait_for("document.getElementById('message-title').textContent === "
+                     "'Cannot find Browser:'", 'a page that cannot open says so', 5)
+        tab.evaluate("document.getElementById('message').close(); window.open = window.realOpen; true")
+        tab.wait_for("!document.getElementById('message').open", 'the message box closes', 5)
 
         click(tab, 'CDend')
         tab.wait_for("!document.getElementById('closing').hidden && "
