@@ -2,71 +2,60 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <string>
 
 namespace quorvel {
 
-// The timers' intervals and whether they start running; which handler each one runs is the
-// wiring's.
+namespace {
+
+// Runs `visit(i)` for each index of a control array that holds a control: the list's first,
+// last pairs.
+template <typename Visit>
+void eachIndex(std::initializer_list<int> ranges, Visit visit) {
+  for (const int* r = ranges.begin(); r + 1 < ranges.end(); r += 2)
+    for (int i = r[0]; i <= r[1]; ++i) visit(i);
+}
+
+}  // namespace
+
+LinksFormState::LinksFormState(Scheduler& s) : Timer1(s, "LinksForm.Timer1", 7000, false) {
+#define MATCH_CONTROL(kind, member)
+#define MATCH_CONTROLS(kind, member, ...)
+#define LINKS_CONTROL(kind, member) member.name = "LinksForm." #member;
+#include "match/match_controls.def"
+#undef MATCH_CONTROL
+#undef MATCH_CONTROLS
+#undef LINKS_CONTROL
+}
+
+// Each control gets its name; the timers their intervals and whether they start running.
+// Which handler each one runs is the wiring's.
 MatchForm::MatchForm()
     :
 #define MATCH_TIMER(name, interval, enabled, onShow) name(Sched, #name, interval, enabled),
 #include "match/match_timers.def"
 #undef MATCH_TIMER
       LinksForm(Sched) {
+#define MATCH_CONTROL(kind, member) member.name = #member;
+#define MATCH_CONTROLS(kind, member, ...) \
+  eachIndex({__VA_ARGS__},                \
+            [this](int i) { member[i].name = #member "(" + std::to_string(i) + ")"; });
+#define LINKS_CONTROL(kind, member)
+#include "match/match_controls.def"
+#undef MATCH_CONTROL
+#undef MATCH_CONTROLS
+#undef LINKS_CONTROL
 }
 
 void forEachControl(MatchForm& f, const std::function<void(Control&)>& visit) {
-  // Gaps of the control arrays (OPForm(5..9), CDcontest(0), Goals(0), ...) have no name.
-  auto fn = [&visit](Control& c) {
-    if (!c.name.empty()) visit(c);
-  };
-  auto all = [&fn](auto& arr) {
-    for (auto& c : arr) fn(c);
-  };
-  fn(f.Grass);
-  all(f.Goal);
-  all(f.Player);
-  all(f.Tnum);
-  fn(f.Ball);
-  all(f.CDdest);
-  fn(f.Cdice);
-  all(f.Di);
-  all(f.CDcontest);
-  for (Control* c :
-       std::initializer_list<Control*>{&f.CDgo, &f.CDend, &f.CDhelp, &f.cdr, &f.CDhm, &f.Chp})
-    fn(*c);
-  all(f.Team);
-  all(f.Goals);
-  all(f.Poses);
-  fn(f.TXtim);
-  fn(f.Text2);
-  fn(f.PicGame);
-  all(f.TXgame);
-  fn(f.TXstart);
-  fn(f.TXver);
-  all(f.OpMode);
-  fn(f.FrameMode);
-  for (Control* c :
-       std::initializer_list<Control*>{&f.Hai, &f.Vai, &f.Text3, &f.Text4, &f.TXai, &f.TXq})
-    fn(*c);
-  all(f.OPForm);
-  fn(f.Fra1);
-  fn(f.Fra2);
-  all(f.Text1);
-  fn(f.GreyGreen);
-  all(f.CHsub);
-  fn(f.TXoner);
-  all(f.OpName);
-  fn(f.Frame2);
-  for (Control* c : std::initializer_list<Control*>{&f.Ch50, &f.ChAuto, &f.Chq, &f.ChtenFIF})
-    fn(*c);
-  all(f.RainB);
-  fn(f.Lablurb);
-  all(f.Banner);
-  fn(f.Command1);
-  fn(f.Pip);
-  fn(f.Pdat);
-  for (Control* c : f.LinksForm.controls()) fn(*c);
+#define MATCH_CONTROL(kind, member) visit(f.member);
+#define MATCH_CONTROLS(kind, member, ...) \
+  eachIndex({__VA_ARGS__}, [&](int i) { visit(f.member[i]); });
+#define LINKS_CONTROL(kind, member) visit(f.LinksForm.member);
+#include "match/match_controls.def"
+#undef MATCH_CONTROL
+#undef MATCH_CONTROLS
+#undef LINKS_CONTROL
 }
 
 namespace {

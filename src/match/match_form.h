@@ -1,11 +1,14 @@
-// MatchForm: the whole state of the game in one structure: the form variables (listed once, in
-// match_variables.def), the controls as plain data, the timers and the closing window. Every
-// procedure of the game is a free function over this structure.
+// MatchForm: the whole state of the game in one structure: the form variables, the controls as
+// plain data and the timers (each listed once, in match_variables.def, match_controls.def and
+// match_timers.def) and the closing window. Every procedure of the game is a free function over
+// this structure.
 #pragma once
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 
@@ -36,30 +39,52 @@ struct Platform {
   std::function<void()> quit;     // the closing window's Exit
 };
 
+// A control array of match/match_controls.def reaches the last index of its list of first,
+// last pairs.
+constexpr std::size_t extentOf(std::initializer_list<int> ranges) {
+  return static_cast<std::size_t>(*(ranges.end() - 1)) + 1;
+}
+
 // The small second window shown after Exit.
 struct LinksFormState {
-  explicit LinksFormState(Scheduler& s) : Timer1(s, "LinksForm.Timer1", 7000, false) {}
-  bool Visible = false;        // shown by Exit
-  Picture Picture1, Picture2;  // the two adverts, one visible at a time; a click opens a page
-  CommandButton Command1;      // the game's web site
-  CommandButton CDend;         // Exit: ends the program
-  Timer Timer1;                // 7 s: swaps the adverts while the window is open
+  explicit LinksFormState(Scheduler& s);
+  bool Visible = false;  // shown by Exit
+  // Its controls: each with its note in match/match_controls.def.
+  // NOLINTBEGIN(bugprone-macro-parentheses)
+#define MATCH_CONTROL(kind, member)
+#define MATCH_CONTROLS(kind, member, ...)
+#define LINKS_CONTROL(kind, member) kind member;
+#include "match/match_controls.def"
+  // NOLINTEND(bugprone-macro-parentheses)
+#undef LINKS_CONTROL
+  Timer Timer1;  // 7 s: swaps the adverts while the window is open
 
+ private:
+  // The one list, for both kinds of access (written before its users, which need its type).
+  template <typename Self>
+  static auto controlsOf(Self& self) {
+    using Pointer = std::conditional_t<std::is_const_v<Self>, const Control*, Control*>;
+    return std::to_array<Pointer>({
+#define LINKS_CONTROL(kind, member) &self.member,
+#include "match/match_controls.def"
+#undef LINKS_CONTROL
+    });
+  }
+
+ public:
   // Its controls, in layout order.
-  std::array<Control*, 4> controls() { return controlsOf(*this); }
-  std::array<const Control*, 4> controls() const { return controlsOf(*this); }
+  auto controls() {
+    return controlsOf(*this);
+  }
+  auto controls() const {
+    return controlsOf(*this);
+  }
   bool holds(const Control& c) const {
     const auto all = controls();
     return std::find(all.begin(), all.end(), &c) != all.end();
   }
-
- private:
-  // The one list, for both kinds of access.
-  template <typename Self>
-  static auto controlsOf(Self& self)
-      -> std::array<std::conditional_t<std::is_const_v<Self>, const Control*, Control*>, 4> {
-    return {&self.Picture1, &self.Picture2, &self.Command1, &self.CDend};
-  }
+#undef MATCH_CONTROL
+#undef MATCH_CONTROLS
 };
 
 struct MatchForm {
@@ -93,46 +118,16 @@ struct MatchForm {
   Message LastMessage;        // the last message box shown
   std::string LastPage;       // the last web page asked for
 
-  // ---- controls: every one a member, arrays indexed as the game numbers them ----------------
-  Picture Grass;                              // the pitch
-  std::array<Picture, 2> Goal;                // 0 the right-hand goal, 1 the left-hand goal
-  std::array<Picture, 23> Player;             // (1..22) players; 0 the spare off the pitch
-  std::array<TextBox, 23> Tnum;               // (0..22) shirt numbers inside the players
-  Picture Ball;                               // the ball
-  std::array<CommandButton, 10> CDdest;       // (0..7) the flags of the eight directions
-  CommandButton Cdice;                        // the die: roll
-  std::array<Picture, 8> Di;                  // (0..7) die faces: 0 blank, 1..6, 7 contest blank
-  std::array<CommandButton, 3> CDcontest;     // (1..2) the 50/50 dice; a click renames the team
-  CommandButton CDgo, CDend, CDhelp;          // Start, Exit, Help
-  CommandButton cdr;                          // Random Teams
-  CommandButton CDhm;                         // plays the computer's shown flag (with Chp)
-  CheckBox Chp;                               // 1: the computer only shows its flag choice
-  std::array<TextBox, 3> Team, Goals, Poses;  // (1..2) name, score, possession per side
-  TextBox TXtim, Text2;                       // the match clock and its caption
-  Picture PicGame;                            // the half-time and full-time board
-  std::array<TextBox, 2> TXgame;              // (0..1) the board's two words
-  TextBox TXstart, TXver;                     // the keypad hint and the version
-  std::array<OptionButton, 3> OpMode;         // (0..2) Free Mode, Mouse vs Keys, Play Left vs AI
-  Frame FrameMode;                            // holds OpMode, Hai, Vai, Text3 and Text4
-  ScrollBar Hai, Vai;                         // the computer's IQ 1..6 and its thinking time in ms
-  TextBox Text3, Text4, TXai, TXq;            // Hai's and Vai's values, IQ caption, hidden readout
-  std::array<OptionButton, 15> OPForm;        // formations: 0..4 left, 10..14 right
-  Frame Fra1, Fra2;                           // the left and the right formation panel
-  std::array<TextBox, 3> Text1;               // (0..2) the panels' "Form:" captions
-  TextBox GreyGreen;                          // holds the dimmed text colour
-  std::array<CheckBox, 4> CHsub;              // (0..3) substitution boxes, 0..1 left, 2..3 right
-  TextBox TXoner;                             // the "Make Sub BEFORE rolling" warning
-  std::array<OptionButton, 2> OpName;         // (0..1) new names from clubs or nations
-  Frame Frame2;                               // holds OpName
-  CheckBox Ch50;                              // 50/50 balls: 0 settled by dice, 1 by rank
-  CheckBox ChAuto;                // 0: automatic play of a single offered flag (ticked means off)
-  CheckBox Chq;                   // 1: Quickplay, players jump to their squares
-  CheckBox ChtenFIF;              // clock: 0 fifteen, 1 ten seconds a move
-  std::array<Picture, 4> RainB;   // (0..3) colour swatches, 0..1 left, 2..3 right
-  Label Lablurb;                  // the blurb under the controls
-  std::array<Picture, 2> Banner;  // (0..1) the closing banners, links when clicked
-  CommandButton Command1;         // the maker's web site
-  Picture Pip, Pdat;              // hidden spares
+  // ---- controls: each with its note in match/match_controls.def ---------------------------
+  // NOLINTBEGIN(bugprone-macro-parentheses)
+#define MATCH_CONTROL(kind, member) kind member;
+#define MATCH_CONTROLS(kind, member, ...) std::array<kind, extentOf({__VA_ARGS__})> member;
+#define LINKS_CONTROL(kind, member)
+  // NOLINTEND(bugprone-macro-parentheses)
+#include "match/match_controls.def"
+#undef MATCH_CONTROL
+#undef MATCH_CONTROLS
+#undef LINKS_CONTROL
 
   // ---- timers, in the order their ticks run when due together: match/match_timers.def ----
 #define MATCH_TIMER(name, interval, enabled, onShow) Timer name;

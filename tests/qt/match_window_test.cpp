@@ -42,7 +42,7 @@ struct Game {
     f->Rnd.force({0.0, 0.0});
     QTest::mouseClick(widget(f->CDgo.name), Qt::LeftButton);
     for (int tick = 0; tick < 4000 && f->TimPlace.Enabled(); ++tick) w->pump(15);
-    return f->GameOn == 7 && !f->TimPlace.Enabled();
+    return f->GameOn == kGameOn && !f->TimPlace.Enabled();
   }
   std::unique_ptr<MatchForm> f;
   std::unique_ptr<MatchWindow> w;  // goes before the form it shows

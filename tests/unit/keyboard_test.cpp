@@ -50,8 +50,9 @@ TEST(Keys, WhatAKeyDoesByModeSideAndState) {
     int box = -1;
     for (int b = 0; b < 4; ++b)
       if (!f.CHsub[b].Visible && !(c.state == kFirstBoxUsed && b == first)) box = b;
-    EXPECT_EQ(std::tuple(f.DiceReady == -1, f.KickFlag, box, f.TimSub.Enabled(), f.ChAuto.Value),
-              std::tuple(c.rolls, c.kick, c.box, c.box >= 0, 1))
+    EXPECT_EQ(
+        std::tuple(f.DiceReady == kDiceRolled, f.KickFlag, box, f.TimSub.Enabled(), f.ChAuto.Value),
+        std::tuple(c.rolls, c.kick, c.box, c.box >= 0, 1))
         << "mode " << c.mode << ", side " << c.side << ", keys " << c.keys << ", state " << c.state;
   }
 }

@@ -34,17 +34,19 @@ TEST_F(Kick, TheNearestPlayerGetsTheBallAndEqualSidesGoToDiceOrRank) {
   };
   // clang-format off
   const Case cases[] = {
-      {"nobody nearer: the kicker chases", {}, 0, 9, {}, 9, 0, 7, 7, 0},
-      {"an opponent on the square, no dice", {{15, 10, 4}, {10, 10, 5}}, 0, 9, {0.99}, 15, 0, 7, 7,
-       1},
-      {"team-mates: the lower index", {{6, 10, 5}, {4, 10, 3}}, 1, 9, {}, 4, 0, 7, 7, 0},
+      {"nobody nearer: the kicker chases", {}, 0, 9, {}, 9, kNoContest, 7, 7, 0},
+      {"an opponent on the square, no dice", {{15, 10, 4}, {10, 10, 5}}, 0, 9, {0.99}, 15,
+       kNoContest, 7, 7, 1},
+      {"team-mates: the lower index", {{6, 10, 5}, {4, 10, 3}}, 1, 9, {}, 4, kNoContest, 7, 7, 0},
       {"dice, rolled again on a tie", {{6, 10, 3}, {14, 10, 5}, {2, 12, 6}}, 0, 9,
-       {face(3), face(3), face(2), face(5)}, 14, 22, 2, 5, 0},
+       {face(3), face(3), face(2), face(5)}, 14, kRightWonContest, 2, 5, 0},
       {"dice for the side's lowest index", {{6, 10, 3}, {14, 10, 5}, {4, 11, 4}}, 0, 9,
-       {face(6), face(1)}, 4, 11, 6, 1, 0},
-      {"rank: the lower place", {{5, 10, 3}, {13, 10, 5}}, 1, 9, {0.99}, 13, 0, 7, 7, 1},
-      {"rank: equal places, not the kickers", {{5, 10, 3}, {16, 10, 5}}, 1, 9, {}, 16, 0, 7, 7, 0},
-      {"rank: the same the other way", {{5, 10, 3}, {16, 10, 5}}, 1, 20, {}, 5, 0, 7, 7, 0},
+       {face(6), face(1)}, 4, kLeftWonContest, 6, 1, 0},
+      {"rank: the lower place", {{5, 10, 3}, {13, 10, 5}}, 1, 9, {0.99}, 13, kNoContest, 7, 7, 1},
+      {"rank: equal places, not the kickers", {{5, 10, 3}, {16, 10, 5}}, 1, 9, {}, 16,
+       kNoContest, 7, 7, 0},
+      {"rank: the same the other way", {{5, 10, 3}, {16, 10, 5}}, 1, 20, {}, 5, kNoContest, 7, 7,
+       0},
   };
   // clang-format on
   for (const Case& c : cases) {

@@ -22,15 +22,15 @@ TEST(Swatches, AClickRecoloursUnlessLockedAndHandsTheFocusToTheDie) {
   EXPECT_EQ(f->Player[4].BackColor, f->RainB[0].BackColor);
   EXPECT_EQ(f->ActiveControl, "Cdice");
 
-  f->EditLock = 3;
+  f->EditLock = kNamesLocked;
   const Colour now = f->RainB[0].BackColor;
   f->ActiveControl = "cdr";
   userClick(*f, f->RainB[0]);
   EXPECT_EQ(f->RainB[0].BackColor, now);
   EXPECT_EQ(f->ActiveControl, "cdr");
 
-  f->EditLock = 1;
-  f->DiceReady = -1;  // rolled: repaint but leave the focus
+  f->EditLock = kNamesOpen;
+  f->DiceReady = kDiceRolled;  // rolled: repaint but leave the focus
   userClick(*f, f->RainB[3]);
   EXPECT_EQ(f->ActiveControl, "cdr");
 }
@@ -103,7 +103,7 @@ TEST(TeamButtons, ContestButtonsRedrawOneSideAndRandomTeamsBoth) {
   EXPECT_EQ(f->ActiveControl, "cdr");
   EXPECT_EQ(f->cdr.BackColor, f->BackColor);
 
-  f->EditLock = 3;
+  f->EditLock = kNamesLocked;
   const std::string name = f->Team[1].Text;
   userClick(*f, f->CDcontest[1]);
   EXPECT_EQ(f->Team[1].Text, name);
@@ -113,17 +113,17 @@ TEST(TeamPanel, LocksNamesAndColoursAfterMinuteFourOnceBothSidesAreNamed) {
   auto f = test::matchReady(1);
   f->ClockMin = 5;
   f->Sched.advance(1000);
-  EXPECT_EQ(f->EditLock, 1) << "names still the defaults";
+  EXPECT_EQ(f->EditLock, kNamesOpen) << "names still the defaults";
   f->Team[1].Text = "Rovers";
   f->Sched.advance(1000);
-  EXPECT_EQ(f->EditLock, 1) << "only one side named";
+  EXPECT_EQ(f->EditLock, kNamesOpen) << "only one side named";
   f->Team[2].Text = "United";
   f->ClockMin = 4;
   f->Sched.advance(1000);
-  EXPECT_EQ(f->EditLock, 1);
+  EXPECT_EQ(f->EditLock, kNamesOpen);
   f->ClockMin = 5;
   f->Sched.advance(1000);
-  EXPECT_EQ(f->EditLock, 3);
+  EXPECT_EQ(f->EditLock, kNamesLocked);
   EXPECT_TRUE(f->Team[1].Locked);
   EXPECT_FALSE(userEdit(*f, f->Team[1], "Changed"));
 }

@@ -60,12 +60,12 @@ TEST(Start, TheMatchCountWrapsAfter9999AndTheNextMatchCountsAsAFirst) {
   f->Rnd.force({0.9, 0.9});  // 2, then the first-match draw 3 -> left
   CDgo_Click(*f);
   EXPECT_EQ(f->GameCount, 1);
-  EXPECT_EQ(f->KickOffSide, 1);
+  EXPECT_EQ(f->KickOffSide, kLeftSide);
   EXPECT_EQ(f->Rnd.forcedPending(), 0u);
   f->Rnd.force({0.9});  // a later match draws once: 2
   CDgo_Click(*f);
   EXPECT_EQ(f->GameCount, 2);
-  EXPECT_EQ(f->KickOffSide, 2);
+  EXPECT_EQ(f->KickOffSide, kRightSide);
 }
 
 // ---- SetPlay ---------------------------------------------------------------------------------
@@ -84,7 +84,7 @@ std::pair<int, int> square(const MatchForm& f, int i) {
 TEST(SetPlay, VariedRedrawsOverItsOwnSideAndFallsBackWhenARowIsFull) {
   auto f = newMatchForm();
   useFormations(*f, 0, 1);
-  f->TeamTurn = 2;
+  f->TeamTurn = kRightSide;
   // Player 3 (row 2) still stands on (5, 2): a draw of column 5 hits himself and is redrawn.
   // Players 4..8 and 10 take all six squares, columns 3..8, of player 2's row 1: he falls back
   // to a free square of the left half.

@@ -26,7 +26,7 @@ TEST(SubBox, RefusedClicksStartNothing) {
     bool blanksContest, showsHint;
   };
   const Case cases[] = {
-      {"before Start", 1, 0, [](MatchForm& f) { f.GameOn = 0; }, false, false},
+      {"before Start", 1, 0, [](MatchForm& f) { f.GameOn = kNoMatchYet; }, false, false},
       {"during a substitution", 1, 0, [](MatchForm& f) { f.SubTicks = 300; }, false, false},
       {"while walking", 1, 0, [](MatchForm& f) { f.TimPlace.setEnabled(true); }, true, false},
       {"after the roll", 1, 0, [](MatchForm& f) { test::roll(f, 3); }, true, true},

@@ -66,7 +66,7 @@ inline void giveBall(MatchForm& f, int owner, int col, int row) {
   f.TeamTurn = static_cast<Single>(sideOf(owner));
   f.BallCol = static_cast<Integer>(col);
   f.BallRow = static_cast<Integer>(row);
-  f.DiceReady = 1;
+  f.DiceReady = kDiceReady;
 }
 
 // Rolls `n` by the die button (its click alone, as a key would).

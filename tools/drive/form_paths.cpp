@@ -129,20 +129,14 @@ FormPaths::FormPaths(MatchForm& f) : f_(f) {
 #undef MATCH_ARRAY
 #undef MATCH_TABLE
 
-  forEachControl(f, [this](Control& c) {
-    controls_[c.name] = &c;
-    std::string_view base;
-    std::vector<long> idx;
-    std::string err;
-    if (c.name.find('(') != std::string::npos && splitIndices(c.name, base, idx, err)) {
-      auto [it, fresh] = arrays_.try_emplace(std::string(base), static_cast<int>(idx[0]),
-                                             static_cast<int>(idx[0]));
-      if (!fresh) {
-        it->second.first = std::min(it->second.first, static_cast<int>(idx[0]));
-        it->second.second = std::max(it->second.second, static_cast<int>(idx[0]));
-      }
-    }
-  });
+  forEachControl(f, [this](Control& c) { controls_[c.name] = &c; });
+#define MATCH_CONTROL(kind, member)
+#define MATCH_CONTROLS(kind, member, ...) arrays_.emplace(#member);
+#define LINKS_CONTROL(kind, member)
+#include "match/match_controls.def"
+#undef MATCH_CONTROL
+#undef MATCH_CONTROLS
+#undef LINKS_CONTROL
 #define MATCH_TIMER(name, interval, enabled, onShow) timers_[#name] = &f.name;
 #include "match/match_timers.def"
 #undef MATCH_TIMER
@@ -313,14 +307,19 @@ std::string FormPaths::resolveProperty(Control& c, std::string_view prop, Field&
   return "a " + std::string(kindName(c.kind)) + " has no property " + quoted(prop);
 }
 
+std::array<std::pair<const char*, FormPaths::Field>, 7> FormPaths::windowValues() const {
+  return {{{"MatchForm.BackColor", {Type::Colour, &f_.BackColor}},
+           {"MatchForm.Visible", {Type::Bool, &f_.Visible}},
+           {"LinksForm.Visible", {Type::Bool, &f_.LinksForm.Visible}},
+           {"ActiveControl", {Type::String, &f_.ActiveControl}},
+           {"LastMessage.Title", {Type::String, &f_.LastMessage.Title}},
+           {"LastMessage.Text", {Type::String, &f_.LastMessage.Text}},
+           {"LastPage", {Type::String, &f_.LastPage}}}};
+}
+
 std::string FormPaths::resolve(std::string_view path, Field& out) const {
-  if (path == "MatchForm.BackColor") return out = {Type::Colour, &f_.BackColor}, "";
-  if (path == "MatchForm.Visible") return out = {Type::Bool, &f_.Visible}, "";
-  if (path == "LinksForm.Visible") return out = {Type::Bool, &f_.LinksForm.Visible}, "";
-  if (path == "ActiveControl") return out = {Type::String, &f_.ActiveControl}, "";
-  if (path == "LastMessage.Title") return out = {Type::String, &f_.LastMessage.Title}, "";
-  if (path == "LastMessage.Text") return out = {Type::String, &f_.LastMessage.Text}, "";
-  if (path == "LastPage") return out = {Type::String, &f_.LastPage}, "";
+  for (const auto& [name, field] : windowValues())
+    if (path == name) return out = field, "";
 
   const auto dot = path.rfind('.');
   if (dot == std::string_view::npos) return resolveVar(path, out);
@@ -552,13 +551,7 @@ std::vector<std::pair<std::string, FormPaths::Field>> FormPaths::fields() const 
     iv.interval = true;
     all.emplace_back(name + ".Interval", iv);
   }
-  for (const char* special :
-       {"MatchForm.BackColor", "MatchForm.Visible", "LinksForm.Visible", "ActiveControl",
-        "LastMessage.Title", "LastMessage.Text", "LastPage"}) {
-    Field fl{};
-    resolve(special, fl);
-    all.emplace_back(special, fl);
-  }
+  for (const auto& [name, field] : windowValues()) all.emplace_back(name, field);
   return all;
 }
 

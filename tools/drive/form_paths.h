@@ -6,7 +6,9 @@
 // check boxes 0/1, colours "#rrggbb".
 #pragma once
 
+#include <array>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -73,6 +75,9 @@ class FormPaths {
   template <typename T, std::size_t N, std::size_t M>
   void addVar(const Domain& limits, std::array<std::array<T, M>, N>& a);
 
+  // The windows' own values, which belong to no control: the window's colour, whether each
+  // window is open, the focus, the last message and the last page asked for.
+  std::array<std::pair<const char*, Field>, 7> windowValues() const;
   std::string resolve(std::string_view path, Field& out) const;
   std::string resolveVar(std::string_view path, Field& out) const;
   std::string resolveProperty(Control& c, std::string_view prop, Field& out) const;
@@ -80,8 +85,8 @@ class FormPaths {
   MatchForm& f_;
   std::vector<std::string> varOrder_;
   std::map<std::string, Var, std::less<>> vars_;
-  std::map<std::string, Control*, std::less<>> controls_;           // full names
-  std::map<std::string, std::pair<int, int>, std::less<>> arrays_;  // base -> index range
+  std::map<std::string, Control*, std::less<>> controls_;  // full names
+  std::set<std::string, std::less<>> arrays_;              // control arrays' names
   std::map<std::string, Timer*, std::less<>> timers_;
 };
 
