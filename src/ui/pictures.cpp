@@ -24,8 +24,14 @@ constexpr int kFull = 65535;     // a 16-bit channel at full strength
 constexpr int kNoHue = 65535;    // the hue of a grey
 constexpr int kHueTurn = 36000;  // hundredths of a degree
 
+// Qt's rounding of a non-negative float, edge cases included.
 int roundHalfUp(float d) {
-  return static_cast<int>(d + 0.5F);
+  return static_cast<int>(d + 0.5F);  // NOLINT(bugprone-incorrect-roundings)
+}
+
+// A 16-bit channel as a fraction of full strength.
+float unit(int sixteen) {
+  return static_cast<float>(sixteen) / static_cast<float>(kFull);
 }
 
 // A 16-bit channel to 8 bits, rounded to the nearest.
@@ -38,8 +44,7 @@ struct Hsv {
 };
 
 Hsv toHsv(Rgba c) {
-  const float r = c.r * 257 / float(kFull), g = c.g * 257 / float(kFull),
-              b = c.b * 257 / float(kFull);
+  const float r = unit(c.r * 257), g = unit(c.g * 257), b = unit(c.b * 257);
   const float max = std::max({r, g, b}), min = std::min({r, g, b}), delta = max - min;
   Hsv hsv{kNoHue, 0, roundHalfUp(max * kFull)};
   if (delta <= 1e-5F) return hsv;
@@ -63,10 +68,10 @@ Rgba fromHsv(const Hsv& hsv, std::uint8_t alpha) {
     const std::uint8_t grey = eightBits(hsv.value);
     return {grey, grey, grey, alpha};
   }
-  const float h = hsv.hue == kHueTurn ? 0 : hsv.hue / 6000.0F;
-  const float s = hsv.saturation / float(kFull), v = hsv.value / float(kFull);
+  const float h = hsv.hue == kHueTurn ? 0 : static_cast<float>(hsv.hue) / 6000.0F;
+  const float s = unit(hsv.saturation), v = unit(hsv.value);
   const int sector = static_cast<int>(h);
-  const float f = h - sector, p = v * (1.0F - s), q = v * (1.0F - s * f),
+  const float f = h - static_cast<float>(sector), p = v * (1.0F - s), q = v * (1.0F - s * f),
               t = v * (1.0F - s * (1.0F - f));
   switch (sector) {
     case 0:
@@ -104,8 +109,8 @@ Rgba darker(Rgba c, int percent) {
 }
 
 int lightness(Rgba c) {
-  const float max = std::max({c.r, c.g, c.b}) * 257 / float(kFull);
-  const float min = std::min({c.r, c.g, c.b}) * 257 / float(kFull);
+  const float max = unit(std::max({c.r, c.g, c.b}) * 257);
+  const float min = unit(std::min({c.r, c.g, c.b}) * 257);
   return eightBits(roundHalfUp(0.5F * (max + min) * kFull));
 }
 
@@ -213,6 +218,7 @@ Shape line(Point from, Point to, Stroke stroke) {
 template <std::size_t N>
 Shape polygon(const std::array<Point, N>& corners, Fill fill, Stroke stroke = {}) {
   std::vector<PathStep> steps;
+  steps.reserve(N + 1);
   for (const Point& p : corners) steps.push_back({steps.empty() ? Step::Move : Step::Line, p, {}});
   steps.push_back({Step::Close, {}, {}});
   return path(std::move(steps), std::move(fill), stroke);
@@ -263,6 +269,7 @@ std::vector<PathStep> placed(const std::array<PathStep, N>& steps, const Box& b,
                              double dy = 0) {
   auto at = [&](Point p) { return Point{b.x + p.x * b.width + dx, b.y + p.y * b.height + dy}; };
   std::vector<PathStep> out;
+  out.reserve(N);
   for (const PathStep& s : steps) out.push_back({s.step, at(s.to), at(s.control)});
   return out;
 }
@@ -270,6 +277,7 @@ std::vector<PathStep> placed(const std::array<PathStep, N>& steps, const Box& b,
 // ---- pitch and goals ---------------------------------------------------------------------------
 
 // The markings, in squares of the grid.
+constexpr int kHalfColumns = kPitchColumns / 2, kHalfRows = kPitchRows / 2;
 constexpr double kCentreCircle = 1.25;  // radius
 constexpr double kCentreSpot = 0.07;
 constexpr int kPenaltyAreaTop = 2, kPenaltyAreaRows = 4, kPenaltyAreaColumns = 2;
@@ -288,7 +296,7 @@ void pitch(Drawing& pic, const Box& r) {
   for (int row = 0; row < kPitchRows; ++row) {
     for (int col = 0; col < kPitchColumns; ++col) {
       // Each half is a chessboard of its own; both start with a light corner at the top left.
-      const bool isLight = ((col % (kPitchColumns / 2)) + row) % 2 == 0;
+      const bool isLight = ((col % kHalfColumns) + row) % 2 == 0;
       // Edges from the grid, so that neighbouring squares share them exactly.
       const Box sq = between({board.x + col * cw, board.y + row * ch},
                              {board.x + (col + 1) * cw, board.y + (row + 1) * ch});
@@ -299,7 +307,7 @@ void pitch(Drawing& pic, const Box& r) {
 
   // Faint markings, so that it reads as a football pitch without hiding the squares.
   const Stroke chalk = pen(std::max(1.0, cw * kMarkingWidth), kMarking);
-  const Point c{board.x + (kPitchColumns / 2) * cw, board.y + (kPitchRows / 2) * ch};
+  const Point c{board.x + kHalfColumns * cw, board.y + kHalfRows * ch};
   pic.shapes.push_back(line({c.x, board.y}, {c.x, bottom(board)}, chalk));
   pic.shapes.push_back(ellipse(c, cw * kCentreCircle, ch * kCentreCircle, {}, chalk));
   pic.shapes.push_back(ellipse(c, cw * kCentreSpot, ch * kCentreSpot, solid(kMarkedSpot), chalk));
@@ -451,7 +459,8 @@ void player(Drawing& pic, const Box& r, const Look& look) {
 }
 
 // A chequered flag on a pole: 4 x 3 cells on a cloth that waves once across.
-constexpr int kCellsAcross = 4, kCellsDown = 3, kEdgePoints = 8;
+constexpr int kCellsAcross = 4, kCellsDown = 3;
+constexpr std::size_t kEdgePoints = 8;  // along each long side of the cloth's outline
 constexpr double kPoleX = 0.2, kPoleTop = 0.08, kPoleFoot = 0.95, kPoleWidth = 0.075;
 constexpr double kClothRight = 0.96, kClothTop = 0.1, kClothFoot = 0.6, kWave = 0.05;
 constexpr double kClothEdge = 0.035;
@@ -486,9 +495,10 @@ void flag(Drawing& pic, const Box& r, bool hovered) {
     }
   }
   std::array<Point, 2 * (kEdgePoints + 1)> edge{};
-  for (int k = 0; k <= kEdgePoints; ++k) {
-    edge[k] = at(k / double(kEdgePoints), 0);
-    edge[2 * kEdgePoints + 1 - k] = at(k / double(kEdgePoints), 1);
+  for (std::size_t k = 0; k <= kEdgePoints; ++k) {
+    const double u = static_cast<double>(k) / static_cast<double>(kEdgePoints);
+    edge[k] = at(u, 0);
+    edge[2 * kEdgePoints + 1 - k] = at(u, 1);
   }
   pic.shapes.push_back(polygon(edge, {}, pen(std::max(0.7, w * kClothEdge), {30, 30, 30})));
   pic.shapes.push_back(ellipse({poleX, r.y + kKnobY * h}, w * kKnob, w * kKnob, solid(kGold)));
