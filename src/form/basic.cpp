@@ -104,8 +104,8 @@ std::string shortest(Real v) {
   else if (d.exponent + 1 >= count)
     fixed = written(v, std::ios_base::fixed, 0);
   else
-    fixed = sign + d.digits.substr(0, static_cast<std::size_t>(d.exponent + 1)) + "." +
-            d.digits.substr(static_cast<std::size_t>(d.exponent + 1));
+    fixed = sign + d.digits.substr(0, static_cast<std::size_t>(d.exponent) + 1) + "." +
+            d.digits.substr(static_cast<std::size_t>(d.exponent) + 1);
   const std::string scientific = sign + d.scientific();
   return fixed.size() <= scientific.size() ? fixed : scientific;
 }
