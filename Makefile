@@ -2,6 +2,7 @@
 # make test    - install what is missing, build, run every test
 # make package - build a Debian package of the game (build/quorvel_*.deb)
 # make bench   - build and run the benchmarks
+# make bench-window - the window against its floor at three scales, first paint, memory (Xvfb)
 # make soak    - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
 # make mutants - plant each fault of tools/mutants/faults.txt in turn and run the fast tests
 # make web     - the game as one HTML page that plays offline: build-web/quorvel.html
@@ -12,7 +13,7 @@ JOBS ?= $(shell nproc)
 # Debian packages the build and the tests need (make deps PACKAGES="..." installs others).
 PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev qt6-svg-dev
 
-.PHONY: deps configure build run test bench soak package mutants web clean
+.PHONY: deps configure build run test bench bench-window soak package mutants web clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -38,6 +39,12 @@ test: build
 
 bench: build
 	./$(BUILD)/bench/quorvel_bench
+
+# Under its own Xvfb, large enough for the window at scale 1.5 (xvfb is packaged as xvfb).
+PAIRS ?= 1
+bench-window: PACKAGES += xvfb
+bench-window: build
+	xvfb-run -a -s '-screen 0 2000x1300x24' bench/window.sh $(BUILD) $(PAIRS)
 
 SOAK_SEEDS ?= 1-10
 SOAK_STEPS ?= 50000

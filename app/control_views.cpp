@@ -9,6 +9,15 @@
 
 namespace quorvel {
 
+namespace {
+
+// Pictures that cover every pixel of their rectangle: Qt need paint nothing under them.
+bool coversItsRect(const std::string& image) {
+  return image == "pitch" || image == "swatch" || image == "advert1" || image == "advert2";
+}
+
+}  // namespace
+
 // ---- PictureView -------------------------------------------------------------------------
 
 PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget* parent)
@@ -17,6 +26,8 @@ PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget*
       number_(number),
       opensLeft_(goalMouth(picture.name) == Mouth::OpensLeft) {
   setObjectName(QString::fromStdString(picture.name));
+  // Pictures never fill a system background: what is not drawn shows what lies behind.
+  setAttribute(Qt::WA_NoSystemBackground);
   refresh();
 }
 
@@ -47,6 +58,7 @@ void PictureView::refresh() {
                     look.numberInk == look_.numberInk && look.numberBack == look_.numberBack &&
                     look.numberBox == look_.numberBox;
   if (same) return;
+  setAttribute(Qt::WA_OpaquePaintEvent, coversItsRect(picture_.Image));
   key_ = key;
   look_ = look;
   drawn_ = QPixmap();

@@ -102,11 +102,14 @@ bool personsFocus(Qt::FocusReason reason) {
 
 // A control, its widget, and what was last copied from the one to the other.
 struct FormWindow::Binding {
-  Binding(Control& control, QWidget* widget, const TextBox* n) : c(control), w(widget), number(n) {}
+  Binding(Control& control, QWidget* widget, const TextBox* n, Motion m)
+      : c(control), w(widget), number(n), motion(m) {}
   Control& c;
   QWidget* w;
   const TextBox* number;
+  Motion motion;
   bool fresh = true;
+  bool touched = false;  // listed in touched_
   double left = 0, top = 0, width = 0, height = 0;
   bool visible = false, enabled = false;
   Colour back, fore;
@@ -205,7 +208,7 @@ QWidget* FormWindow::makeScrollBar(ScrollBar& bar, QWidget* parent) {
   return s;
 }
 
-QWidget* FormWindow::bind(Control& c, const TextBox* number) {
+QWidget* FormWindow::bind(Control& c, const TextBox* number, Motion motion) {
   QWidget* parent = this;
   if (c.parent != nullptr) {
     auto it = byName_.find(c.parent->name);
@@ -215,9 +218,11 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number) {
   w->setObjectName(qs(c.name));
   w->setStyle(style_.get());
   w->installEventFilter(this);
-  bindings_.push_back(std::make_unique<Binding>(c, w, number));
+  bindings_.push_back(std::make_unique<Binding>(c, w, number, motion));
   byName_[c.name] = w;
   Binding& b = *bindings_.back();
+  byControl_[&c] = &b;
+  if (number != nullptr) byControl_[number] = &b;
   b.pictureButton = qobject_cast<PictureButton*>(w) != nullptr;
   applyFont(b);
   syncing_ = true;
@@ -257,6 +262,25 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
 void FormWindow::syncFromModel() {
   syncing_ = true;
   for (auto& b : bindings_) sync(*b);
+  for (Binding* b : touched_) b->touched = false;
+  touched_.clear();
+  syncing_ = false;
+}
+
+void FormWindow::touch(const Control& c) {
+  auto it = byControl_.find(&c);
+  if (it == byControl_.end() || it->second->touched) return;
+  it->second->touched = true;
+  touched_.push_back(it->second);
+}
+
+void FormWindow::syncTouched() {
+  syncing_ = true;
+  for (Binding* b : touched_) {
+    b->touched = false;
+    sync(*b);
+  }
+  touched_.clear();
   syncing_ = false;
 }
 
@@ -377,13 +401,16 @@ QRectF FormWindow::formArea() const {
 }
 
 QRect FormWindow::pixelRect(const Control& c) const {
-  // Both edges are rounded from the form's own grid, so neighbours never gap or overlap.
   auto absolute = [this](const Control& k) {
     double left = k.Left, top = k.Top;
     for (const Control* p = k.parent; p != nullptr; p = p->parent) left += p->Left, top += p->Top;
     const double s = scale_ / kTwipsPerPixel;
     const int x0 = static_cast<int>(std::lround(origin_.x() + left * s));
     const int y0 = static_cast<int>(std::lround(origin_.y() + top * s));
+    auto it = byControl_.find(&k);
+    if (it != byControl_.end() && it->second->motion == Motion::Moves)
+      return QRect(x0, y0, static_cast<int>(std::lround(k.Width * s)),
+                   static_cast<int>(std::lround(k.Height * s)));
     const int x1 = static_cast<int>(std::lround(origin_.x() + (left + k.Width) * s));
     const int y1 = static_cast<int>(std::lround(origin_.y() + (top + k.Height) * s));
     return QRect(QPoint(x0, y0), QPoint(x1 - 1, y1 - 1));

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "control_views.h"
@@ -22,12 +23,22 @@ class FormWindow : public QWidget {
   FormWindow(MatchForm& f, double clientWidth, double clientHeight);
   ~FormWindow() override;
 
+  // How a control's pixel rectangle follows its twips. A fixed control has both edges
+  // rounded from the form's grid, so that neighbours never gap or overlap; a moving one has its
+  // left and top edges rounded and its size taken from its own size, so that its size (and the
+  // picture drawn at that size) stays the same wherever it stands.
+  enum class Motion { Fixed, Moves };
+
   // Creates the widget that shows `c`. A player picture paints its shirt-number box `number`.
-  QWidget* bind(Control& c, const TextBox* number = nullptr);
+  QWidget* bind(Control& c, const TextBox* number = nullptr, Motion motion = Motion::Fixed);
 
   // Copies every change of the model onto the widgets. Focus moves that Qt makes on its own
   // while widgets are hidden or disabled here are not taken for the person's.
   void syncFromModel();
+  // Notes that the model may have changed `c` (a player's shirt number counts as its player),
+  // and copies the changes of every control so noted onto its widget.
+  void touch(const Control& c);
+  void syncTouched();
 
   QWidget* widgetFor(const std::string& name) const;
   double scale() const { return scale_; }
@@ -76,6 +87,8 @@ class FormWindow : public QWidget {
   std::unique_ptr<ScaledStyle> style_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<std::string, QWidget*> byName_;
+  std::unordered_map<const Control*, Binding*> byControl_;
+  std::vector<Binding*> touched_;
   bool syncing_ = false;
 };
 

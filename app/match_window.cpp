@@ -37,15 +37,18 @@ MatchWindow::MatchWindow(MatchForm& f)
     if (indexIn(f_.Tnum, c) >= 0) return;  // painted as part of its player
     if (indexIn(f_.Di, c) >= 0) return;    // a store of faces, never shown
     const int player = indexIn(f_.Player, c);
-    QWidget* w = bind(c, player >= 0 ? &f_.Tnum[player] : nullptr);
+    // What the rules move about: the players, the ball, the flags and the banners.
+    const bool moves =
+        player >= 0 || &c == &f_.Ball || indexIn(f_.CDdest, c) >= 0 || indexIn(f_.Banner, c) >= 0;
+    QWidget* w =
+        bind(c, player >= 0 ? &f_.Tnum[player] : nullptr, moves ? Motion::Moves : Motion::Fixed);
     if (indexIn(f_.Banner, c) >= 0 || indexIn(f_.RainB, c) >= 0)
       w->setCursor(Qt::PointingHandCursor);
   });
   // The banners wait under the pitch until they slide out below it. The pitch covers its
-  // whole rectangle, so nothing under it is painted.
+  // whole rectangle (an opaque picture), so nothing under it is painted.
   for (auto& banner : f.Banner)
     if (QWidget* w = widgetFor(banner.name)) w->lower();
-  if (QWidget* grass = widgetFor(f.Grass.name)) grass->setAttribute(Qt::WA_OpaquePaintEvent);
 
   links_ = std::make_unique<LinksWindow>(f);
   links_->setWindowIcon(appIcon());
@@ -70,6 +73,12 @@ MatchWindow::MatchWindow(MatchForm& f)
   winId();
   windowHandle()->installEventFilter(this);
 
+  // Each tick says what it may change on show; after ticks only that is looked over.
+  f.Sched.watch([this](const Timer& t) {
+    if (!everyControlTouched_ && !tickReach(f_, t, [this](Control& c) { touch(c); }))
+      everyControlTouched_ = true;
+  });
+
   pump_.setTimerType(Qt::PreciseTimer);
   pump_.setSingleShot(true);
   connect(&pump_, &QTimer::timeout, this, &MatchWindow::tick);
@@ -91,6 +100,7 @@ MatchWindow::MatchWindow(MatchForm& f)
 MatchWindow::~MatchWindow() {
   pump_.stop();
   // The model outlives this window; it must not call into it any more.
+  f_.Sched.watch(nullptr);
   f_.platform.showMessage = nullptr;
   f_.platform.repaint = nullptr;
   f_.platform.quit = nullptr;
@@ -117,8 +127,12 @@ void MatchWindow::showTicks(std::int64_t shownBefore) {
   // Ticks that change nothing on show (the start-up count) need no look at the widgets.
   if (f_.Sched.shownTicksRun() == shownBefore)
     schedulePump();
-  else
+  else if (everyControlTouched_)
     refresh();
+  else {
+    syncTouched();
+    schedulePump();
+  }
 }
 
 void MatchWindow::catchUp() {
@@ -163,6 +177,7 @@ void MatchWindow::refresh() {
     update();
     links_->update();
   }
+  everyControlTouched_ = false;
   syncFromModel();
   links_->syncFromModel();
   applyFocus();

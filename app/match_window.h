@@ -56,6 +56,7 @@ class MatchWindow : public FormWindow {
   int modal_ = 0;          // message boxes open: time stands still meanwhile
   bool shown_;             // f.Visible as last acted on
   bool linksShown_;
+  bool everyControlTouched_ = false;  // a tick since the last refresh may have changed anything
   std::string lastActive_;
   Colour lastBack_;
 };

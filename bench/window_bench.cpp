@@ -3,6 +3,8 @@
 //   quorvel_window_bench --first-paint NS  prints ms from NS (`date +%s%N`) to its first paint
 //   quorvel_window_bench --rest SECONDS    wake-ups and processor before Start, then with the
 //                                          ball idling, then during the flights of ten kicks
+//   quorvel_window_bench --phases SECONDS SCALE  at SCALE: the walk after Start, the ball idling
+//                                          for SECONDS, six kicks' flights, the resident memory
 //   quorvel_window_bench --pace            wall time against virtual time of the walk after
 //                                          Start and of ten kicks' flights
 #include <QAbstractButton>
@@ -26,6 +28,7 @@ namespace quorvel {
 namespace {
 
 using probe::Usage;
+constexpr int kPhaseKicks = 6;  // as many as the floor's
 
 class Run {
  public:
@@ -47,6 +50,26 @@ class Run {
           });
         });
       });
+    });
+  }
+
+  // --phases: as the floor's (bare_window.cpp); the walk's end is polled every 50 ms.
+  void phases(int seconds) {
+    later(1000, [this, seconds] {
+      const Usage a = probe::usage();
+      press("CDgo");
+      poll(
+          50, [this] { return !f_.TimPlace.Enabled(); },
+          [this, a, seconds] {
+            probe::report("the walk after Start", a, probe::usage());
+            whenStill([this, seconds] {
+              const Usage b = probe::usage();
+              later(seconds * 1000, [this, b] {
+                probe::report("ball idling", b, probe::usage());
+                kicks(kPhaseKicks, Usage{}, 0);
+              });
+            });
+          });
     });
   }
 
@@ -92,9 +115,10 @@ class Run {
     later(250, [this, then] { whenStill(then); });
   }
 
-  void poll(std::function<bool()> done, std::function<void()> then) {
+  void poll(std::function<bool()> done, std::function<void()> then) { poll(1, done, then); }
+  void poll(int ms, std::function<bool()> done, std::function<void()> then) {
     if (done()) return then();
-    later(1, [this, done, then] { poll(done, then); });
+    later(ms, [this, ms, done, then] { poll(ms, done, then); });
   }
 
   // A roll and a kick; the flight is measured from the click to its 900 ms end.
@@ -103,6 +127,7 @@ class Run {
       const double ms = seconds * 1000;
       Usage start{0, 0, 0}, end{sum.wakeUps, sum.cpuMs, ms};
       probe::report("during kicks' flights", start, end);
+      std::printf("resident MB %.1f\n", probe::residentMb());
       QCoreApplication::quit();
       return;
     }
@@ -175,8 +200,14 @@ int main(int argc, char** argv) {
     run.rest(std::stoi(argv[2]));
   else if (mode == "--pace")
     run.pace();
-  else {
-    std::fprintf(stderr, "usage: %s --first-paint NS | --rest SECONDS | --pace\n", argv[0]);
+  else if (mode == "--phases" && argc == 4) {
+    // The size the floor takes at this scale; the screen must hold it.
+    window.resize(window.naturalSize() * std::stod(argv[3]));
+    run.phases(std::stoi(argv[2]));
+  } else {
+    std::fprintf(stderr,
+                 "usage: %s --first-paint NS | --rest SECONDS | --pace | --phases SECONDS SCALE\n",
+                 argv[0]);
     return 2;
   }
   window.show();

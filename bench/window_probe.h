@@ -40,6 +40,14 @@ inline Usage usage() {
   return u;
 }
 
+// The process's resident memory (VmRSS), in megabytes.
+inline double residentMb() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);)
+    if (line.rfind("VmRSS:", 0) == 0) return std::stod(line.substr(6)) / 1024;
+  return 0;
+}
+
 // One line: wake-ups a second and processor per cent between two readings.
 inline void report(const char* what, const Usage& a, const Usage& b) {
   const double seconds = (b.wallMs - a.wallMs) / 1000;

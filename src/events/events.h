@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -28,5 +29,11 @@ void userClickLinksForm(MatchForm& f);
 // Returns false when the box cannot be edited (locked, hidden or disabled).
 bool userEdit(MatchForm& f, TextBox& box, const std::string& text);
 void userScroll(MatchForm& f, ScrollBar& bar, int value);
+
+// What the coming tick of timer `t` may change on show, judged from the form as it stands just
+// before the tick: true once `visit` has been given every control the tick may write; false
+// when the tick may change anything at all. A window that must look over the whole form after
+// every such tick can look over only these after the others.
+bool tickReach(MatchForm& f, const Timer& t, const std::function<void(Control&)>& visit);
 
 }  // namespace quorvel

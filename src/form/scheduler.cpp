@@ -7,47 +7,44 @@ namespace quorvel {
 
 Timer::Timer(Scheduler& owner, std::string name, int interval, bool enabled)
     : owner_(owner), name_(std::move(name)), interval_(interval), enabled_(enabled) {
-  start_ = owner_.now();
-  reckon();
+  restart();
 }
 
 void Timer::setEnabled(bool on) {
   if (on == enabled_) return;
   enabled_ = on;
-  if (on) {
-    start_ = owner_.now();
-    fired_ = 0;
-  }
-  reckon();
+  restart();
 }
 
 void Timer::setInterval(int ms) {
   if (ms == interval_) return;
   interval_ = ms;
-  if (enabled_) {
-    start_ = owner_.now();
-    fired_ = 0;
-  }
-  reckon();
+  restart();
 }
 
-void Timer::reckon() {
-  due_ = !enabled_ || interval_ <= 0 ? Scheduler::kNever
-                                     : start_ + (fired_ + 1) * static_cast<Millis>(interval_);
-  if (slot_ >= 0) owner_.dues_[static_cast<std::size_t>(slot_)] = due_;
+void Timer::restart() {
+  const Millis before = due_;
+  due_ = enabled_ && interval_ > 0 ? owner_.now() + interval_ : Scheduler::kNever;
+  if (slot_ >= 0) owner_.dueChanged(static_cast<std::size_t>(slot_), before, due_);
 }
 
 void Scheduler::add(Timer& timer, std::function<void()> handler, OnShow onShow) {
-  timer.slot_ = static_cast<int>(dues_.size());
+  timer.slot_ = static_cast<int>(entries_.size());
   entries_.push_back(Entry{&timer, std::move(handler), onShow});
-  dues_.push_back(timer.due());
+  dueChanged(entries_.size() - 1, kNever, timer.due());
+}
+
+void Scheduler::dueChanged(std::size_t slot, Millis before, Millis after) {
+  if (before != kNever)
+    queue_.erase(std::lower_bound(queue_.begin(), queue_.end(), Due{before, slot}));
+  if (after != kNever) {
+    const Due due{after, slot};
+    queue_.insert(std::lower_bound(queue_.begin(), queue_.end(), due), due);
+  }
 }
 
 Scheduler::Entry* Scheduler::dueBy(Millis limit) {
-  std::size_t best = 0;
-  for (std::size_t k = 1; k < dues_.size(); ++k)
-    if (dues_[k] < dues_[best]) best = k;  // the first of equals: table order
-  return !dues_.empty() && dues_[best] <= limit ? &entries_[best] : nullptr;
+  return !queue_.empty() && queue_.front().at <= limit ? &entries_[queue_.front().slot] : nullptr;
 }
 
 Millis Scheduler::nextWake(const Lateness& allowed) const {
@@ -68,12 +65,16 @@ Millis Scheduler::nextWake(const Lateness& allowed) const {
 bool Scheduler::step(Millis limit) {
   Entry* e = dueBy(limit);
   if (e == nullptr) return false;
-  now_ = e->timer->due();
-  ++e->timer->fired_;
-  e->timer->reckon();
+  Timer& t = *e->timer;
+  now_ = t.due_;
+  t.due_ += t.interval_;  // the count goes on: the next tick one interval later
+  // It was the front of the queue; it moves back past the ticks that come before its next.
+  queue_.front().at = t.due_;
+  for (auto k = queue_.begin(); k + 1 != queue_.end() && k[1] < k[0]; ++k) std::iter_swap(k, k + 1);
   ++ticksRun_;
-  lastRun_ = e->timer;
+  lastRun_ = &t;
   if (e->onShow == OnShow::mayChange) ++shownTicksRun_;
+  if (watcher_) watcher_(*e->timer);
   e->handler();
   return true;
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvel {
@@ -39,11 +40,9 @@ class Timer {
   std::string name_;
   int interval_;
   bool enabled_;
-  Millis start_ = 0;        // counting origin: the last switch-on or interval change
-  std::int64_t fired_ = 0;  // ticks fired since start_
-  Millis due_ = 0;          // the next tick, kept up to date: the scheduler asks every step
-  int slot_ = -1;           // where the scheduler keeps a copy of due_, once registered
-  void reckon();            // due_ (and the scheduler's copy) from the fields above
+  Millis due_ = 0;  // the next tick, kept up to date: the scheduler asks every step
+  int slot_ = -1;   // its place in the scheduler's table, once registered
+  void restart();   // counts again from now: the next tick one interval away, none when off
 };
 
 // Whether a timer's ticks can change anything a window shows.
@@ -87,6 +86,10 @@ class Scheduler {
   // need not look the model over.
   std::int64_t shownTicksRun() const { return shownTicksRun_; }
 
+  // Calls `watcher` with each timer whose tick is about to run, before its handler: a window
+  // learns from it what the ticks may have changed. An empty one stops the watching.
+  void watch(std::function<void(const Timer&)> watcher) { watcher_ = std::move(watcher); }
+
   // When a window should next wake to serve the ticks: the earliest moment by which some tick
   // would be later than `allowed` lets it be; kNever when no timer runs. Nothing changes
   // before it but what the person does.
@@ -98,14 +101,26 @@ class Scheduler {
     std::function<void()> handler;
     OnShow onShow;
   };
+  // A running timer's next tick. Ticks due together run in table order: the lower slot first.
+  struct Due {
+    Millis at;
+    std::size_t slot;
+    bool operator<(const Due& o) const {
+      return at != o.at ? at < o.at : slot < o.slot;  // the first of equals: table order
+    }
+  };
   Entry* dueBy(Millis limit);
+  void dueChanged(std::size_t slot, Millis before, Millis after);  // keeps queue_ in order
 
   Millis now_ = 0;
   std::int64_t ticksRun_ = 0;
   std::int64_t shownTicksRun_ = 0;
   const Timer* lastRun_ = nullptr;
+  std::function<void(const Timer&)> watcher_;
   std::vector<Entry> entries_;
-  std::vector<Millis> dues_;  // each entry's next tick, side by side for the search of each step
+  // The next tick of every timer that will tick (on, with a positive interval), earliest first:
+  // the next tick to run is always the front, and most timers are off most of the time.
+  std::vector<Due> queue_;
   friend class Timer;
 };
 

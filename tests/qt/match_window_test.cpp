@@ -284,6 +284,65 @@ class MatchWindowTest : public QObject {
     }
   }
 
+  void aMovingPictureKeepsItsPixelSizeWhereverItStands() {
+    Game g;
+    g.w->resize(g.w->naturalSize() * 0.974);  // Xvfb's default screen
+    QCoreApplication::processEvents();
+    const double s = g.w->scale() / 15;
+    QVERIFY(s < 1.0 / 15);
+    const QSize player(qRound(g.f->Player[1].Width * s), qRound(g.f->Player[1].Height * s));
+    const QSize ball(qRound(g.f->Ball.Width * s), qRound(g.f->Ball.Height * s));
+    QWidget* owner = nullptr;
+    int moves = 0;  // the ball's moves seen on screen
+    QPoint last = g.widget("Ball")->pos();
+    auto sizesHold = [&] {
+      for (int i = 1; i <= 22; ++i)
+        if (g.widget("Player(" + std::to_string(i) + ")")->size() != player) return false;
+      moves += g.widget("Ball")->pos() != last;
+      last = g.widget("Ball")->pos();
+      return g.widget("Ball")->size() == ball;
+    };
+    g.f->Rnd.force({0.0, 0.0});
+    QTest::mouseClick(g.widget(g.f->CDgo.name), Qt::LeftButton);
+    for (int tick = 0; tick < 4000 && g.f->TimPlace.Enabled(); ++tick) {
+      g.w->pump(15);  // the walk
+      QVERIFY(sizesHold());
+    }
+    owner = g.widget("Player(" + std::to_string(roundIndex(g.f->BallOwner)) + ")");
+    for (int tick = 0; tick < 100; ++tick) {
+      g.w->pump(15);  // the ball idles at its owner's feet
+      QVERIFY(sizesHold());
+      QCOMPARE(owner->geometry(), g.w->pixelRect(g.f->Player[roundIndex(g.f->BallOwner)]));
+    }
+    QVERIFY(moves > 50);
+    QCOMPARE(g.widget("Ball")->geometry(), g.w->pixelRect(g.f->Ball));
+  }
+
+  void aTickThatChangesNothingOnShowRepaintsNothing() {
+    Game g;
+    QVERIFY(QTest::qWaitForWindowExposed(g.w.get()));
+    QCoreApplication::processEvents();
+    struct PaintCount : QObject {
+      QStringList painted;
+      bool eventFilter(QObject* o, QEvent* e) override {
+        if (e->type() == QEvent::Paint) painted << o->objectName();
+        return false;
+      }
+    } count;
+    qApp->installEventFilter(&count);
+    // The team panel's tick writes the colours and the tips it already shows.
+    g.w->pump(1000);
+    QVERIFY(g.f->TimTeam.Enabled());
+    QCoreApplication::processEvents();
+    QCOMPARE(count.painted.join(' '), QString());
+    // A tick that does change something repaints it.
+    g.f->ColRed[0] = 1, g.f->ColGreen[0] = 2, g.f->ColBlue[0] = 3;
+    g.w->pump(1000);
+    QCoreApplication::processEvents();
+    QVERIFY(count.painted.contains(QStringLiteral("RainB(0)")));
+    qApp->removeEventFilter(&count);
+  }
+
   void tabFollowsTheLayoutWithExitLast() {
     Game g;
     g.w->activateWindow();

@@ -39,10 +39,11 @@ TEST(Scheduler, TimersCountFromTheirSwitchOnOrTheirLastChangeOfInterval) {
   a.setEnabled(false);  // off then on at 72: next tick at 87, not 85
   a.setEnabled(true);
   c.s.advance(38);
-  b.setInterval(50);  // changed at 110: due at 160, not 150
-  c.s.advance(50);
+  b.setInterval(50);  // changed at 110: due at 160, not 150, and its old tick at 200 is gone
+  c.s.advance(100);
   EXPECT_EQ(c.log, (std::vector<std::string>{"a@25", "a@40", "a@55", "a@70", "a@87", "b@100",
-                                             "a@102", "a@117", "a@132", "a@147", "b@160"}));
+                                             "a@102", "a@117", "a@132", "a@147", "b@160", "a@162",
+                                             "a@177", "a@192", "a@207", "b@210"}));
 }
 
 TEST(Scheduler, TicksDueTogetherRunInTableOrderAndHandlersSeeTheirOwnTime) {

@@ -1,6 +1,8 @@
 #include "harness.h"
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <sstream>
 
 #include "events/events.h"
@@ -15,6 +17,7 @@ namespace {
 
 constexpr std::size_t kRecentSteps = 40;
 constexpr int kFullTime = 90 * 60;
+constexpr std::int64_t kReachSample = 128;
 
 int clockSeconds(const MatchForm& f) {
   return static_cast<int>(f.ClockMin) * 60 + static_cast<int>(std::lround(f.ClockSec * 100));
@@ -24,6 +27,48 @@ std::string clockText(int seconds) {
   std::ostringstream s;
   s << seconds / 60 << ":" << (seconds % 60 < 10 ? "0" : "") << seconds % 60;
   return s.str();
+}
+
+// Everything a window shows of a control, as one number.
+std::uint64_t shownOf(const Control& c) {
+  std::uint64_t h = 0;
+  auto mix = [&h](std::uint64_t v) { h = (h ^ v) * 0x100000001b3ULL + 0x9e3779b97f4a7c15ULL; };
+  auto text = [&mix](const std::string& s) { mix(std::hash<std::string>{}(s)); };
+  for (double v : {c.Left, c.Top, c.Width, c.Height}) mix(std::hash<double>{}(v));
+  mix(c.Visible), mix(c.Enabled), mix(c.BackColor.rgb), mix(c.ForeColor.rgb);
+  text(c.ToolTipText);
+  switch (c.kind) {
+    case Kind::Picture:
+      text(static_cast<const Picture&>(c).Image);
+      break;
+    case Kind::TextBox:
+      text(static_cast<const TextBox&>(c).Text), mix(static_cast<const TextBox&>(c).Locked);
+      break;
+    case Kind::CommandButton:
+      text(static_cast<const CommandButton&>(c).Caption);
+      text(static_cast<const CommandButton&>(c).Image);
+      break;
+    case Kind::CheckBox:
+      text(static_cast<const CheckBox&>(c).Caption), mix(static_cast<const CheckBox&>(c).Value);
+      break;
+    case Kind::OptionButton:
+      text(static_cast<const OptionButton&>(c).Caption);
+      mix(static_cast<const OptionButton&>(c).Value);
+      break;
+    case Kind::ScrollBar: {
+      const auto& b = static_cast<const ScrollBar&>(c);
+      for (int v : {b.Min, b.Max, b.Value, b.SmallChange, b.LargeChange})
+        mix(static_cast<std::uint64_t>(v));
+      break;
+    }
+    case Kind::Frame:
+      text(static_cast<const Frame&>(c).Caption);
+      break;
+    case Kind::Label:
+      text(static_cast<const Label&>(c).Caption);
+      break;
+  }
+  return h;
 }
 
 }  // namespace
@@ -215,15 +260,46 @@ void Harness::advance(Millis ms) {
   const Millis target = f.Sched.now() + ms;
   const std::int64_t bound = tickBound(ms);
   std::int64_t n = 0;
-  while (f.Sched.step(target)) {
+  // Each tick changes on show no more than it says it may (what a window looks over).
+  std::vector<std::uint64_t> before(controls_.size());
+  std::vector<const Control*> reach;
+  bool bounded = true;
+  f.Sched.watch([&](const Timer& t) {
+    reach.clear();
+    bounded = tickReach(f, t, [&reach](Control& c) { reach.push_back(&c); });
+  });
+  for (;;) {
+    // Looking the whole form over costs a hundred ticks: one tick in kReachSample is judged.
+    const bool judged = ticks_++ % kReachSample == 0;
+    if (judged)
+      for (std::size_t k = 0; k < controls_.size(); ++k) before[k] = shownOf(*controls_[k]);
+    if (!f.Sched.step(target)) break;
     if (++n > bound) {
       breakPromise("timer ticks kept coming: more than " + std::to_string(bound) + " in " +
                    std::to_string(ms) + " ms");
-      return;
+      break;
     }
-    if (!check()) return;
+    if ((judged && !checkReach(before, reach, bounded)) || !check()) break;
   }
-  f.Sched.setNow(target);
+  f.Sched.watch(nullptr);
+  if (!failed()) f.Sched.setNow(target);
+}
+
+bool Harness::checkReach(const std::vector<std::uint64_t>& before,
+                         const std::vector<const Control*>& reach, bool bounded) {
+  if (!bounded) return true;
+  const MatchForm& f = *form_;
+  for (std::size_t k = 0; k < controls_.size(); ++k) {
+    const Control* c = controls_[k];
+    if (shownOf(*c) == before[k]) continue;
+    // A shirt number is shown with its player.
+    const int number = indexIn(f.Tnum, *c);
+    const Control* shownWith = number >= 0 ? &f.Player[static_cast<std::size_t>(number)] : c;
+    if (std::find(reach.begin(), reach.end(), shownWith) == reach.end())
+      return breakPromise("a tick of " + f.Sched.lastRun()->name() + " changed " + c->name +
+                          ", which it does not say it may change on show");
+  }
+  return true;
 }
 
 // The scheduler's own advance, in one go. It is kept short (at most 100 ms): a roll, a kick's

@@ -71,6 +71,9 @@ class Harness {
   bool breakPromise(std::string what);
   void baseline();
   bool check();
+  // After a tick: every control whose look changed is one the tick said it may change.
+  bool checkReach(const std::vector<std::uint64_t>& before,
+                  const std::vector<const Control*>& reach, bool bounded);
   // One function a promise, in the order they are judged; each returns false once it breaks.
   void noteNewMatch();
   bool checkSideToPlay();
@@ -94,6 +97,7 @@ class Harness {
   Counts counts_;
   Fault fault_;
   std::deque<std::string> recent_;
+  std::int64_t ticks_ = 0;  // ticks run by advance(), counted for the sampling of checkReach
 
   // What the promises compare against: the state at the last check.
   struct Seen {
