@@ -5,6 +5,7 @@
 # make bench-window - the window against its floor at three scales, first paint, memory (Xvfb)
 # make soak    - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
 # make mutants - plant each fault of tools/mutants/faults.txt in turn and run the fast tests
+# make web     - the game as one HTML page that plays offline: build-web/quorvel.html
 BUILD ?= build
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
@@ -12,7 +13,7 @@ JOBS ?= $(shell nproc)
 # Debian packages the build and the tests need (make deps PACKAGES="..." installs others).
 PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev qt6-svg-dev
 
-.PHONY: deps configure build run test bench bench-window soak package mutants clean
+.PHONY: deps configure build run test bench bench-window soak package mutants web clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -60,5 +61,16 @@ mutants: PACKAGES += python3
 mutants: deps
 	python3 tools/mutants/mutants.py $(MUTANTS)
 
+# The page is the game built with emscripten. Emscripten's tools look for their Node modules
+# (acorn) where Debian puts them, which a Node from elsewhere does not search by itself.
+WEB_BUILD ?= build-web
+WEB_TARGETS ?= quorvel_page
+web: PACKAGES += emscripten
+web: deps
+	export NODE_PATH=/usr/share/nodejs$${NODE_PATH:+:$$NODE_PATH}; \
+	emcmake cmake -S . -B $(WEB_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_APP=OFF \
+	  -DQUORVEL_BENCH=OFF -DBUILD_TESTING=OFF $(CMAKE_FLAGS) && \
+	cmake --build $(WEB_BUILD) -j $(JOBS) --target $(WEB_TARGETS)
+
 clean:
-	rm -rf $(BUILD)
+	rm -rf $(BUILD) $(WEB_BUILD)

@@ -15,29 +15,11 @@
 #include <vector>
 
 #include "events/events.h"
+#include "events/pace.h"
 #include "pictures.h"
 #include "ui/layout.h"
 
 namespace quorvel {
-
-namespace {
-
-// After a long stall (a suspended laptop) the game resumes instead of replaying hours of ticks.
-constexpr qint64 kLongestCatchUp = 5000;
-// Ticks due within this much of each other are served by one wake-up, at most that much late
-// on the wall clock. It is short beside the game's fastest timers (15 ms), whose phases differ
-// (the ball's and a kick's), so that a flight still ends on time. Virtual time still runs
-// every tick at its own moment, so the game plays exactly the same.
-constexpr qint64 kShortestSleep = 4;
-// A slow timer's tick (the team panel's second, the computer's think) waits for the next
-// tick of a fast one, so that the two share a wake-up: nobody sees it 15 ms late. A tick that
-// changes nothing on show (the start-up count, all through the wait for Start) needs no
-// wake-up of its own: it runs at the next wake-up for anything else, or as soon as a click or
-// a key brings virtual time up to the wall clock, before the game sees the input.
-constexpr Lateness kAllowedLateness{.slowTimer = 100, .slowTick = 15, .quietTick = 1000};
-static_assert(kAllowedLateness.quietTick < kLongestCatchUp, "a quiet tick's wait is no stall");
-
-}  // namespace
 
 MatchWindow::MatchWindow(MatchForm& f)
     : FormWindow(f, kMatchClient.width, kMatchClient.height),
@@ -168,7 +150,7 @@ void MatchWindow::showTicks(std::int64_t shownBefore) {
 void MatchWindow::catchUp() {
   if (!clock_.isValid()) return;
   const qint64 now = clock_.elapsed();
-  const qint64 ms = std::min(now - lastWall_, kLongestCatchUp);
+  const qint64 ms = std::min<qint64>(now - lastWall_, kLongestCatchUp);
   lastWall_ = now;
   if (modal_ > 0 || f_.Ended || ms <= 0) return;
   f_.Sched.advance(ms);

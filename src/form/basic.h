@@ -30,6 +30,11 @@ inline int roundIndex(double x) {
 // (an empty or non-numeric box counts as 0).
 double textValue(std::string_view text);
 
+// All of `text` as one number, as std::from_chars reads it (no blanks, no '+', in any locale);
+// false, `out` untouched, when it is not one or is out of range.
+bool parseReal(std::string_view text, double& out);
+bool parseReal(std::string_view text, float& out);
+
 // A number as a text box shows it: the shortest text that reads back as the same value, "0"
 // for -0. A Single is written as a Single, so 12.1 stays "12.1".
 std::string plainNumber(double v);

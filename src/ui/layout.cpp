@@ -347,16 +347,19 @@ constexpr TableName kControlNames[] = {
 // control of an array ("Goals("), every control whose name begins so ("LinksForm."), or one
 // control of an array ("Goal(0)").
 constexpr bool inTable(std::string_view entry) {
-  return std::ranges::any_of(kControlNames, [entry](const TableName& t) {
-    const std::string_view stem = entry.substr(0, entry.find('('));
-    if (entry.ends_with('.')) return t.name.starts_with(entry);
-    if (stem.size() < entry.size()) return t.array && stem == t.name;
-    return !t.array && entry == t.name;
-  });
+  // std::any_of rather than std::ranges::any_of, which emscripten's C++ library lacks.
+  return std::any_of(std::begin(kControlNames), std::end(kControlNames),
+                     [entry](const TableName& t) {
+                       const std::string_view stem = entry.substr(0, entry.find('('));
+                       if (entry.ends_with('.')) return t.name.starts_with(entry);
+                       if (stem.size() < entry.size()) return t.array && stem == t.name;
+                       return !t.array && entry == t.name;
+                     });
 }
 
 // A style or a goal for a control the table does not hold does not build.
-static_assert(std::ranges::all_of(kTextStyles, [](const Styled& s) { return inTable(s.name); }));
+static_assert(std::all_of(std::begin(kTextStyles), std::end(kTextStyles),
+                          [](const Styled& s) { return inTable(s.name); }));
 
 // The goal at the right-hand end opens towards the pitch on its left.
 constexpr std::string_view kGoalOpeningLeft = "Goal(0)";

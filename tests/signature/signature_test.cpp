@@ -3,8 +3,8 @@
 // final state, so a rule whose effect is over before full time (a flash, a walking path, a
 // value that lives for a second) changes it as surely as the score does.
 //
-// A change made on purpose pastes the new table that the failure prints and says
-// "Signature: N" in its commit message, N as this test prints it.
+// A change made on purpose pastes the new table that the failure prints into
+// expected_courses.h and says "Signature: N" in its commit message, N as this test prints it.
 //
 // QUORVEL_TRACE=N in the environment makes the test binary write match N's course instead
 // of testing; the copy of the last binary that passed (QUORVEL_PASSED) is the expected build.
@@ -23,30 +23,10 @@
 #include <vector>
 
 #include "course.h"
+#include "expected_courses.h"
 
 namespace quorvel::course {
 namespace {
-
-constexpr std::uint64_t kCourses[] = {
-    // clang-format off
-    9004563090574689929ULL, 17334528287677641491ULL, 4456164548272265181ULL,  // 0..2
-    1562686276526596056ULL, 18005168776728736520ULL, 17910943221250522242ULL,  // 3..5
-    17597135057756751271ULL, 14593423423132399971ULL, 13078884793934372287ULL,  // 6..8
-    7156726213004593522ULL, 9749582535961137601ULL, 10870398335921868321ULL,  // 9..11
-    16041303284660238872ULL, 15607370136190687328ULL, 123994099891004021ULL,  // 12..14
-    14653046553928027950ULL, 1076562767297957667ULL, 5137220507654312301ULL,  // 15..17
-    14560891660032689380ULL, 2474094456040142691ULL, 17754545313084797099ULL,  // 18..20
-    3919243751138200071ULL, 1538681732286370417ULL, 8866325359763493289ULL,  // 21..23
-    12545120494499516163ULL, 13696288688040173917ULL, 18432251554121226763ULL,  // 24..26
-    7906020536044153639ULL, 10019249608868634526ULL, 6771907690840527547ULL,  // 27..29
-    10385976920839733220ULL, 618420109815920832ULL, 13457331910097865357ULL,  // 30..32
-    9487890899250633194ULL, 15110141758878830155ULL, 1705055129256971685ULL,  // 33..35
-    17656908057844203491ULL, 15876035911068088222ULL, 17103322428617541479ULL,  // 36..38
-    15785090473240703113ULL, 2542831288703641047ULL, 2347512248542008675ULL,  // 39..41
-    9463435441828896561ULL, 5068195966872537452ULL, 15755872814956744493ULL,  // 42..44
-    16470138332215960893ULL,  // 45..45
-    // clang-format on
-};
 
 const bool kTraceOnly = [] {
   const char* match = std::getenv("QUORVEL_TRACE");
@@ -127,7 +107,7 @@ TEST(Signature, EverySeededMatchRunsTheCourseItAlwaysHas) {
   ADD_FAILURE()
       << "These matches left their course:\n"
       << parted << (brief ? "" : whereItParted(first)) << "Signature: " << signature
-      << "\nFor a change made on purpose, kCourses in tests/signature/signature_test.cpp becomes:\n"
+      << "\nFor a change made on purpose, kCourses in tests/signature/expected_courses.h becomes:\n"
       << table;
 }
 

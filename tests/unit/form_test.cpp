@@ -1,10 +1,17 @@
-// The form kit: virtual-time timers and the random source.
+// The form kit: virtual-time timers and their pace, the random source and numbers in text boxes.
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "events/events.h"
+#include "events/pace.h"
+#include "form/basic.h"
 #include "form/colour.h"
 #include "form/random.h"
 #include "form/scheduler.h"
@@ -123,6 +130,87 @@ TEST(Colour, ColourBlindEyesSeeTheirModelsLookAlikes) {
   EXPECT_EQ(simulate(RGB(0, 255, 0), Vision::Deuteranopia), RGB(239, 214, 58));
   EXPECT_EQ(simulate(RGB(0, 0, 255), Vision::Tritanopia), RGB(0, 107, 150));
   EXPECT_EQ(simulate(RGB(255, 0, 0), Vision::Typical), RGB(255, 0, 0));
+}
+
+// A window keeps the form's time with its wall clock: every wake-up it asks for serves a tick, the
+// game runs exactly the wall time that passed, stands still while a message box is up, and skips a
+// long stall instead of replaying it.
+TEST(Pace, VirtualTimeKeepsToTheWallClockButNotThroughAMessageBoxOrAStall) {
+  auto f = newMatchForm();
+  Pace pace(*f);
+  EXPECT_EQ(pace.nextWakeIn(0), -1);  // not started
+  Millis wall = 1000;
+  pace.start(wall);
+  userClick(*f, f->CDgo);  // the players walk on: fast timers run
+  int idle = 0;
+  for (int i = 0; i < 300; ++i) {
+    const Millis in = pace.nextWakeIn(wall);
+    ASSERT_GE(in, 0);
+    wall += in;
+    const std::int64_t ticks = f->Sched.ticksRun();
+    pace.wake(wall);
+    idle += f->Sched.ticksRun() == ticks ? 1 : 0;
+  }
+  EXPECT_EQ(idle, 0);
+  EXPECT_EQ(f->Sched.now(), wall - 1000);
+  const Millis stood = f->Sched.now();
+  pace.hold();
+  EXPECT_EQ(pace.nextWakeIn(wall), -1);
+  pace.catchUp(wall + 3000);
+  EXPECT_EQ(f->Sched.now(), stood);
+  pace.release(wall += 3000);
+  pace.catchUp(wall += 10);
+  EXPECT_EQ(f->Sched.now(), stood + 10);
+  pace.catchUp(wall += 3600000);
+  EXPECT_EQ(f->Sched.now(), stood + 10 + kLongestCatchUp);
+}
+
+// Text boxes show a number as std::to_chars writes it, whatever the library: the
+// shortest text that reads back, fixed or scientific, a whole number written exactly.
+TEST(Numbers, TextBoxesWriteWhatToCharsWritesAndReadTheirLeadingNumber) {
+  auto expected = [](auto v) {
+    char text[64];
+    return v == 0 ? std::string("0") : std::string(text, std::to_chars(text, text + 64, v).ptr);
+  };
+  std::mt19937_64 bits(7);
+  std::vector<double> doubles = {1e23, 2e22, 5e-324, 1.7976931348623157e308, 0.1, 123456, -12.5};
+  std::vector<float> singles = {12.1f, 3.4028235e38f, 1e-45f, 268435456.0f, 0.3f};
+  for (int e = -1074; e < 1024; ++e) doubles.push_back(std::ldexp(1.0, e));
+  for (int e = -149; e < 128; ++e) singles.push_back(std::ldexp(1.0f, e));
+  for (int i = 0; i < 2500; ++i) {
+    const std::uint64_t u = bits();
+    double d;
+    std::memcpy(&d, &u, sizeof d);
+    const auto high = static_cast<std::uint32_t>(u >> 32);
+    float s;
+    std::memcpy(&s, &high, sizeof s);
+    if (std::isfinite(d)) doubles.push_back(d);
+    if (std::isfinite(s)) singles.push_back(s);
+    doubles.push_back(static_cast<double>(u >> 11) * 0x1.0p-53);
+    singles.push_back(static_cast<float>(u % 200000) / 10);
+  }
+  for (double d : doubles) ASSERT_EQ(plainNumber(d), expected(d)) << d;
+  for (float s : singles) ASSERT_EQ(plainNumber(s), expected(s)) << s;
+  EXPECT_EQ(textValue("  -12.5 goals"), -12.5);
+  EXPECT_EQ(textValue("+3"), 3);
+  EXPECT_EQ(textValue("0.1"), 0.1);
+  EXPECT_EQ(textValue("12,5"), 12);
+  EXPECT_EQ(textValue("x1"), 0);
+  EXPECT_EQ(textValue("-"), 0);
+  EXPECT_EQ(textValue(std::string(400, '9')), 0);  // too large: 0
+  // A script's number: all of the text, as std::from_chars reads it, and finite.
+  for (const char* text : {"1e5", "-0.25", "1.", ".5", "12.5e-3", "-0", "1e-310", "00012"}) {
+    double got = 7, read = 7;
+    std::from_chars(text, text + std::strlen(text), read);
+    EXPECT_TRUE(parseReal(text, got) && got == read) << text;
+  }
+  for (const char* text : {" 1", "+1", "5x", "", "1e999", "-", "1e-400", "nan", "inf", "0x10"}) {
+    double got = 7;
+    EXPECT_FALSE(parseReal(text, got)) << text;
+    EXPECT_EQ(got, 7) << text;
+  }
+  float single = 0;
+  EXPECT_FALSE(parseReal("3.5e38", single));
 }
 
 }  // namespace

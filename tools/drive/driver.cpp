@@ -67,8 +67,7 @@ bool whole(const std::string& s, T& out) {
 }
 
 bool real(const std::string& s, double& out) {
-  auto r = std::from_chars(s.data(), s.data() + s.size(), out);
-  return r.ec == std::errc() && r.ptr == s.data() + s.size();
+  return parseReal(s, out);
 }
 
 // A generous bound on ticks within one command: a script that advances a day of virtual time

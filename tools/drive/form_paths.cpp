@@ -17,14 +17,9 @@ bool parseWhole(std::string_view s, T& out) {
   return r.ec == std::errc() && r.ptr == s.data() + s.size();
 }
 
-bool parseReal(std::string_view s, double& out) {
-  auto r = std::from_chars(s.data(), s.data() + s.size(), out);
-  return r.ec == std::errc() && r.ptr == s.data() + s.size() && std::isfinite(out);
-}
-
-bool parseReal(std::string_view s, float& out) {
-  auto r = std::from_chars(s.data(), s.data() + s.size(), out);
-  return r.ec == std::errc() && r.ptr == s.data() + s.size() && std::isfinite(out);
+template <typename Real>
+bool finiteReal(std::string_view s, Real& out) {
+  return parseReal(s, out) && std::isfinite(out);
 }
 
 std::string quoted(std::string_view s) {
@@ -437,7 +432,7 @@ std::string storeWhole(const FormPaths::Field& fl, std::string_view text, bool w
 template <typename Real>
 std::string storeReal(const FormPaths::Field& fl, std::string_view text, bool write) {
   Real v;
-  if (!parseReal(text, v)) return wrongKind(text, "a number");
+  if (!finiteReal(text, v)) return wrongKind(text, "a number");
   if (auto err = outsideDomain(fl, v); !err.empty()) return err;
   if (write) *static_cast<Real*>(fl.p) = v;
   return {};
@@ -509,13 +504,13 @@ std::string FormPaths::compare(std::string_view path, std::string_view value, bo
   // Numbers compare as numbers, each read in the variable's own precision.
   if (fl.type == Type::Float && !fl.timer) {
     float v;
-    if (!parseReal(value, v)) return "value " + quoted(value) + " is not a number";
+    if (!finiteReal(value, v)) return "value " + quoted(value) + " is not a number";
     same = v == *static_cast<Single*>(fl.p);
     return {};
   }
   double expected, actual;
-  if (!parseReal(value, expected)) return "value " + quoted(value) + " is not a number";
-  parseReal(now, actual);
+  if (!finiteReal(value, expected)) return "value " + quoted(value) + " is not a number";
+  finiteReal(now, actual);
   same = expected == actual;
   return {};
 }

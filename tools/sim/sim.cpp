@@ -102,7 +102,20 @@ class People {
     int shown[8], n = 0;
     for (int d = 0; d < 8; ++d)
       if (f.CDdest[d].Visible) shown[n++] = d;
-    return shown[std::uniform_int_distribution<int>(0, n - 1)(rng_)];
+    return shown[pick(n)];
+  }
+
+  // 0..n-1, each as likely: Lemire's multiply-and-reject, the draw GCC's library makes for
+  // this engine, written out so that every standard library deals the same hand.
+  int pick(int n) {
+    const std::uint64_t range = static_cast<std::uint64_t>(n);
+    unsigned __int128 product = static_cast<unsigned __int128>(rng_()) * range;
+    if (static_cast<std::uint64_t>(product) < range) {
+      const std::uint64_t threshold = -range % range;
+      while (static_cast<std::uint64_t>(product) < threshold)
+        product = static_cast<unsigned __int128>(rng_()) * range;
+    }
+    return static_cast<int>(product >> 64);
   }
 
   const Settings& s_;
