@@ -59,6 +59,8 @@ void holdWhileStarting(QtMsgType type, const QMessageLogContext&, const QString&
         "quorvel: cannot open the window: the graphical session cannot be reached; to play "
         "from a script without one, use quorvel-drive\n",
         stderr);
+    // The toolkit's own words follow, for whoever must find out why.
+    std::fprintf(stderr, "quorvel: %s\n", qPrintable(msg));
     std::_Exit(1);
   }
   heldMessages.append({type, msg});
