@@ -97,27 +97,6 @@ const TextBox* numberOf(MatchForm& f, const Control& c) {
   return player >= 0 ? &f.Tnum[static_cast<std::size_t>(player)] : nullptr;
 }
 
-std::string textOf(const Control& c) {
-  switch (c.kind) {
-    case Kind::CommandButton:
-      return static_cast<const CommandButton&>(c).Caption;
-    case Kind::CheckBox:
-      return static_cast<const CheckBox&>(c).Caption;
-    case Kind::OptionButton:
-      return static_cast<const OptionButton&>(c).Caption;
-    case Kind::Frame:
-      return static_cast<const Frame&>(c).Caption;
-    case Kind::Label:
-      return static_cast<const Label&>(c).Caption;
-    case Kind::TextBox:
-      return static_cast<const TextBox&>(c).Text;
-    case Kind::Picture:
-    case Kind::ScrollBar:
-      break;
-  }
-  return "";
-}
-
 std::string imageOf(const Control& c) {
   if (c.kind == Kind::Picture) return static_cast<const Picture&>(c).Image;
   if (c.kind == Kind::CommandButton) return static_cast<const CommandButton&>(c).Image;
@@ -147,7 +126,7 @@ std::string stateOf(MatchForm& f, const Control& c) {
   out += ",\"visible\":" + std::string(c.Visible ? "true" : "false");
   out += ",\"enabled\":" + std::string(c.Enabled ? "true" : "false");
   out += ",\"back\":" + colour(c.BackColor) + ",\"fore\":" + colour(c.ForeColor);
-  out += ",\"tip\":" + quoted(c.ToolTipText) + ",\"text\":" + quoted(textOf(c));
+  out += ",\"tip\":" + quoted(c.ToolTipText) + ",\"text\":" + quoted(captionOf(c));
   out += ",\"image\":" + quoted(imageOf(c));
   switch (c.kind) {
     case Kind::CheckBox:

@@ -30,4 +30,24 @@ bool reachable(const Control& c) {
   return true;
 }
 
+const std::string& captionOf(const Control& c) {
+  static const std::string none;
+  switch (c.kind) {
+    case Kind::CommandButton:
+      return static_cast<const CommandButton&>(c).Caption;
+    case Kind::CheckBox:
+      return static_cast<const CheckBox&>(c).Caption;
+    case Kind::OptionButton:
+      return static_cast<const OptionButton&>(c).Caption;
+    case Kind::Frame:
+      return static_cast<const Frame&>(c).Caption;
+    case Kind::Label:
+      return static_cast<const Label&>(c).Caption;
+    case Kind::TextBox:
+      return static_cast<const TextBox&>(c).Text;
+    default:
+      return none;
+  }
+}
+
 }  // namespace quorvel

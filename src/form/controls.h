@@ -107,4 +107,8 @@ int indexIn(const Arr& arr, const Control& c) {
   return -1;
 }
 
+// The words a control shows: a caption, or a text box's text; empty for a picture or a scroll
+// bar.
+const std::string& captionOf(const Control& c);
+
 }  // namespace quorvel
