@@ -36,23 +36,21 @@ std::uint64_t shownOf(const Control& c) {
   auto text = [&mix](const std::string& s) { mix(std::hash<std::string>{}(s)); };
   for (double v : {c.Left, c.Top, c.Width, c.Height}) mix(std::hash<double>{}(v));
   mix(c.Visible), mix(c.Enabled), mix(c.BackColor.rgb), mix(c.ForeColor.rgb);
-  text(c.ToolTipText);
+  text(c.ToolTipText), text(captionOf(c));
   switch (c.kind) {
     case Kind::Picture:
       text(static_cast<const Picture&>(c).Image);
       break;
     case Kind::TextBox:
-      text(static_cast<const TextBox&>(c).Text), mix(static_cast<const TextBox&>(c).Locked);
+      mix(static_cast<const TextBox&>(c).Locked);
       break;
     case Kind::CommandButton:
-      text(static_cast<const CommandButton&>(c).Caption);
       text(static_cast<const CommandButton&>(c).Image);
       break;
     case Kind::CheckBox:
-      text(static_cast<const CheckBox&>(c).Caption), mix(static_cast<const CheckBox&>(c).Value);
+      mix(static_cast<const CheckBox&>(c).Value);
       break;
     case Kind::OptionButton:
-      text(static_cast<const OptionButton&>(c).Caption);
       mix(static_cast<const OptionButton&>(c).Value);
       break;
     case Kind::ScrollBar: {
@@ -62,10 +60,7 @@ std::uint64_t shownOf(const Control& c) {
       break;
     }
     case Kind::Frame:
-      text(static_cast<const Frame&>(c).Caption);
-      break;
     case Kind::Label:
-      text(static_cast<const Label&>(c).Caption);
       break;
   }
   return h;
