@@ -11,7 +11,6 @@
 
 #include "events/events.h"
 #include "match_window.h"
-#include "pictures.h"
 
 namespace {
 
@@ -94,7 +93,6 @@ int main(int argc, char** argv) {
 
   QApplication::setDesktopFileName(QStringLiteral("quorvel"));
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  QApplication::setWindowIcon(quorvel::appIcon());
 
   // Each run starts from its own draws; the wait before the first Start stirs them further.
   auto form = quorvel::newMatchForm(std::random_device{}());

@@ -29,7 +29,6 @@ MatchWindow::MatchWindow(MatchForm& f)
       announcer_(f),
       news_(new QLabel(this)) {
   setWindowTitle(QStringLiteral("Free Quorvel"));
-  setWindowIcon(appIcon());
 
   // Containers first, so that what they hold can be placed inside them.
   forEachControl(f, [this](Control& c) {
@@ -54,7 +53,6 @@ MatchWindow::MatchWindow(MatchForm& f)
     if (QWidget* w = widgetFor(banner.name)) w->lower();
 
   links_ = std::make_unique<LinksWindow>(f);
-  links_->setWindowIcon(appIcon());
   connect(this, &FormWindow::handled, this, &MatchWindow::refresh);
   connect(links_.get(), &FormWindow::handled, this, &MatchWindow::refresh);
   // Input lands at the moment it happens, not at the last tick the pump ran.
@@ -362,6 +360,14 @@ void MatchWindow::showMessage(const Message& m) {
 }
 
 bool MatchWindow::eventFilter(QObject* watched, QEvent* e) {
+  if (watched == windowHandle() && e->type() == QEvent::Expose && !iconSet_ &&
+      windowHandle()->isExposed()) {
+    // The icon is drawn at every size a window manager may ask for: once the first frame is
+    // up, not before it. Every window of the program shows it, the closing window too.
+    iconSet_ = true;
+    QMetaObject::invokeMethod(
+        this, [] { QApplication::setWindowIcon(appIcon()); }, Qt::QueuedConnection);
+  }
   if (watched == windowHandle() && e->type() == QEvent::KeyPress) {
     const QString typed = static_cast<QKeyEvent*>(e)->text();
     if (!typed.isEmpty()) catchUp();

@@ -1,5 +1,6 @@
 // The main window: shows the whole MatchForm and forwards the person's input to it. It owns
-// the closing window and the one pump that moves the model's virtual time to the wall clock.
+// the closing window and the one pump that moves the model's virtual time to the wall clock,
+// and gives the program its icon once its first frame is up.
 // The pump sleeps until the next timer of the game is due, so a game at rest rests.
 #pragma once
 
@@ -72,6 +73,7 @@ class MatchWindow : public FormWindow {
   int modal_ = 0;          // message boxes open: time stands still meanwhile
   bool shown_;             // f.Visible as last acted on
   bool linksShown_;
+  bool iconSet_ = false;              // the program's icon, set after the first frame
   bool everyControlTouched_ = false;  // a tick since the last refresh may have changed anything
   std::string lastActive_;
   Colour lastBack_;

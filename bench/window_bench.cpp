@@ -21,7 +21,6 @@
 #include "events/events.h"
 #include "match/codes.h"
 #include "match_window.h"
-#include "pictures.h"
 #include "window_probe.h"
 
 namespace quorvel {
@@ -185,7 +184,6 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("quorvel"));
   QApplication::setDesktopFileName(QStringLiteral("quorvel"));
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  QApplication::setWindowIcon(quorvel::appIcon());
 
   const double appReady = quorvel::probe::epochMs();
   auto form = quorvel::newMatchForm(std::random_device{}());
