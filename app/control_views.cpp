@@ -15,6 +15,9 @@ namespace quorvel {
 namespace {
 
 // Pictures that cover every pixel of their rectangle: Qt need paint nothing under them.
+// A player's picture: its side's shirt is drawn once for all who wear it.
+const QLatin1String kPlayer("player");
+
 bool coversItsRect(const std::string& image) {
   return image == "pitch" || image == "swatch" || image == "advert1" || image == "advert2";
 }
@@ -77,7 +80,9 @@ void PictureView::paintEvent(QPaintEvent*) {
   // Drawn once per look and size: a walking player only moves, so the pitch under it is
   // copied, not redrawn.
   const qreal ratio = devicePixelRatioF();
-  if (drawn_.isNull() || drawn_.devicePixelRatio() != ratio) {
+  if (key_ == kPlayer && (drawn_.isNull() || drawn_.devicePixelRatio() != ratio)) {
+    drawn_ = drawnPlayer(size(), ratio, look_);
+  } else if (drawn_.isNull() || drawn_.devicePixelRatio() != ratio) {
     drawn_ = QPixmap(size() * ratio);
     drawn_.setDevicePixelRatio(ratio);
     drawn_.fill(Qt::transparent);

@@ -2,6 +2,7 @@
 
 #include <QIconEngine>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QSvgRenderer>
 #include <map>
 #include <memory>
@@ -38,6 +39,32 @@ void drawPicture(QPainter& p, const QString& key, const QRectF& r, const Picture
 void drawButton(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look,
                 const ButtonState& state) {
   paintPicture(p, describeButton(key.toStdString(), toLook(look), state, toBox(r)));
+}
+
+QPixmap drawnPlayer(const QSize& size, qreal ratio, const PictureLook& look) {
+  const Look described = toLook(look);
+  const Box box = toBox(QRectF(QPointF(), QSizeF(size)));
+  const QString key = QStringLiteral("shirt %1 %2 %3x%4 %5")
+                          .arg(look.back.rgba())
+                          .arg(look.numberInk.rgba())
+                          .arg(size.width())
+                          .arg(size.height())
+                          .arg(ratio);
+  QPixmap shirt;
+  if (!QPixmapCache::find(key, &shirt)) {
+    shirt = QPixmap(size * ratio);
+    shirt.setDevicePixelRatio(ratio);
+    shirt.fill(Qt::transparent);
+    QPainter p(&shirt);
+    paintPicture(p, describeShirt(described, box));
+    p.end();
+    QPixmapCache::insert(key, shirt);
+  }
+  QPixmap drawn = shirt.copy();
+  drawn.setDevicePixelRatio(ratio);
+  QPainter p(&drawn);
+  paintPicture(p, describeShirtNumber(described, box));
+  return drawn;
 }
 
 namespace {

@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QIcon>
 #include <QPainter>
+#include <QPixmap>
 #include <QRectF>
 #include <QString>
 
@@ -34,6 +35,10 @@ void drawPicture(QPainter& p, const QString& key, const QRectF& r, const Picture
 // Draws a button showing picture `key` into `r`: its face and the picture on it.
 void drawButton(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look,
                 const ButtonState& state);
+
+// The "player" picture at `size` logical pixels of device pixel ratio `ratio`: its side's shirt,
+// drawn once for every player that wears it at that size, with this player's number on a copy.
+QPixmap drawnPlayer(const QSize& size, qreal ratio, const PictureLook& look);
 
 // The game's icon (quorvel.svg) at the sizes a window manager asks for.
 QIcon appIcon();

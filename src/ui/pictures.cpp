@@ -439,7 +439,7 @@ Rgba outlineFor(Rgba c) {
   return lightness(c) > 150 ? darker(c, 260) : darker(c, 190);
 }
 
-void player(Drawing& pic, const Box& r, const Look& look) {
+void shirt(Drawing& pic, const Box& r, const Look& look) {
   const double w = r.width, h = r.height;
   pic.shapes.push_back(
       path(placed(kShirt, r, w * kShirtShadow.x, h * kShirtShadow.y), solid({0, 0, 0, 70})));
@@ -449,13 +449,21 @@ void player(Drawing& pic, const Box& r, const Look& look) {
            pen(std::max(1.0, w * kShirtOutline), outlineFor(look.back), Cap::Round, Join::Round)));
   pic.shapes.push_back(path(placed(kCollar, r), {},
                             pen(std::max(1.0, w * kCollarTrim), look.numberInk, Cap::Round)));
+}
 
+void shirtNumber(Drawing& pic, const Box& r, const Look& look) {
+  const double w = r.width, h = r.height;
   const Box box{r.x + look.numberBox.x * w, r.y + look.numberBox.y * h, look.numberBox.width * w,
                 look.numberBox.height * h};
   if (look.numberBack != look.back)
     pic.shapes.push_back(roundedRect(box, box.height * kNumberCorner, solid(look.numberBack)));
   shadowedText(pic, translated(box, 0, h * kNumberDrop), look.number, look.numberInk,
                {.size = h * kNumberSize, .bold = true}, std::max(0.6, w * kNumberShadow));
+}
+
+void player(Drawing& pic, const Box& r, const Look& look) {
+  shirt(pic, r, look);
+  shirtNumber(pic, r, look);
 }
 
 // A chequered flag on a pole: 4 x 3 cells on a cloth that waves once across.
@@ -787,6 +795,18 @@ Drawing describePicture(std::string_view key, const Look& look, const Box& box) 
     const int face = key.back() - '0';  // die0 blank, die1..6 faces, die7 dimmed blank
     die(pic, box, face >= 1 && face <= 6 ? face : 0, face == 7);
   }
+  return pic;
+}
+
+Drawing describeShirt(const Look& look, const Box& box) {
+  Drawing pic;
+  shirt(pic, box, look);
+  return pic;
+}
+
+Drawing describeShirtNumber(const Look& look, const Box& box) {
+  Drawing pic;
+  shirtNumber(pic, box, look);
   return pic;
 }
 

@@ -46,6 +46,11 @@ struct ButtonState {
   bool enabled = true;
 };
 
+// The "player" picture in its two layers, which drawn in turn make the whole picture: the
+// shirt, the same for every player of a side (its back and its number's ink), and the number.
+Drawing describeShirt(const Look& look, const Box& box);
+Drawing describeShirtNumber(const Look& look, const Box& box);
+
 // A button showing picture `key` (the die, a flag, the web-site button) filling `box`: its face
 // and the picture on it. A bare button has no face.
 Drawing describeButton(std::string_view key, const Look& look, const ButtonState& state,
