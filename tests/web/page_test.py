@@ -39,9 +39,8 @@ HELPERS = r'''window.T = {
 def chromium():
     """Headless Chromium through chromium-driver, its viewport the main window's size."""
     options = webdriver.ChromeOptions()
-    for flag in ('--headless=new', '--no-sandbox', '--disable-gpu', '--no-first-run',
-                 '--disable-background-networking', '--disable-component-update'):
-        options.add_argument(flag)
+    for flag in ('--headless=new', '--no-sandbox', '--disable-gpu', '--disable-component-update'):
+        options.add_argument(flag)  # chromium-driver adds its own: no first run, no pop-up block
     chrome = webdriver.Chrome(service=Service('chromedriver'), options=options)
     chrome.execute_cdp_cmd('Emulation.setDeviceMetricsOverride', VIEWPORT)
     return chrome
@@ -69,9 +68,8 @@ def shot(name):
 
 
 def first_paint():
-    for x, y in ((0.3, 0.3), (0.7, 0.6)):
-        r, g, b, a = js(f"T.colour('Grass', {x}, {y})")
-        assert a == 255 and g > r + 40 and g > b + 40, f'the pitch is green: {r, g, b, a}'
+    pitch = js("[[0.3, 0.3], [0.7, 0.6]].map(([x, y]) => T.colour('Grass', x, y))")
+    assert all(a == 255 and g > r + 40 and g > b + 40 for r, g, b, a in pitch), f'green? {pitch}'
     painted = js('T.players().map((p) => T.colour(p, 0.5, 0.5)[3])')
     assert painted == [255] * 22, f'22 players on show, every one painted: {painted}'
     teams = js("[1, 12].map((p) => T.view(`Player(${p})`).state.back)"
