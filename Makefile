@@ -11,7 +11,7 @@ CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
 
 # Debian packages the build and the tests need (make deps PACKAGES="..." installs others).
-PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev qt6-svg-dev xvfb xauth dbus at-spi2-core python3-pyatspi
+PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev qt6-svg-dev
 
 .PHONY: deps configure build run test bench bench-window soak package mutants web clean
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -80,50 +81,40 @@ TEST(Announcements, AWholeMatchIsToldInOrderOneOutcomeAKick) {
     const std::vector<std::string> heard = playAndListen(mode, 11);
     ASSERT_GT(heard.size(), 700U);
     EXPECT_EQ(heard.front().rfind("Kick-off: ", 0), 0U);
-    int halves = 0, ends = 0, contests = 0, goals = 0, subs = 0, computerKicks = 0;
-    // What may come next: after a roll its kick's outcome (the computer first says which way
-    // it kicks); after a goal the score; and a roll never twice in a row.
-    bool awaitingOutcome = false, awaitingScore = false;
+    // After a roll its kick's outcome (the computer first says which way it kicks); after a
+    // goal the score; and a roll never twice in a row.
+    std::string awaiting;
+    std::map<std::string, int> told;
     for (std::size_t i = 1; i < heard.size(); ++i) {
       const std::string& text = heard[i];
       SCOPED_TRACE(text);
-      const bool roll = has(text, " rolled "), kicks = has(text, " kicks ");
-      const bool outcome = isOutcome(text);
+      const bool roll = has(text, " rolled "), kicks = has(text, " kicks "),
+                 outcome = isOutcome(text);
       EXPECT_LE(int(roll) + int(outcome) + int(kicks), 1) << "one event a batch here";
-      if (roll) {
-        EXPECT_FALSE(awaitingOutcome || awaitingScore);
-        awaitingOutcome = true;
-      }
-      if (outcome) {
-        EXPECT_TRUE(awaitingOutcome);
-        awaitingOutcome = false;
-      }
-      if (kicks) {
-        EXPECT_EQ(text.rfind("Team 2 kicks ", 0), 0U) << "only the computer's kick is told";
-        EXPECT_TRUE(awaitingOutcome);
-        EXPECT_EQ(mode, 2);
-        ++computerKicks;
-      }
-      if (has(text, "Score: ")) {
-        EXPECT_TRUE(awaitingScore);
-        awaitingScore = false;
-      }
-      if (has(text, "Goal for")) awaitingScore = true, ++goals;
+      // What was awaited comes, and what comes next is awaited.
+      auto comes = [&](bool it, const char* was, const char* next) {
+        if (!it) return;
+        EXPECT_EQ(awaiting, was);
+        awaiting = next;
+      };
+      comes(roll, "", "outcome");
+      comes(kicks, "outcome", "outcome");
+      comes(outcome, "outcome", "");
+      comes(has(text, "Score: "), "score", "");
+      EXPECT_TRUE(!kicks || text.rfind("Team 2 kicks ", 0) == 0) << "only the computer's kick";
+      if (has(text, "Goal for")) awaiting = "score";
       // Half time hands the ball to the side kicking off: the kick's receiver is not named.
-      if (has(text, "Half time: ")) {
-        EXPECT_FALSE(has(text, " has the ball"));
-      }
-      halves += has(text, "Half time: ") ? 1 : 0;
-      ends += has(text, "Full time: ") ? 1 : 0;
-      contests += has(text, "50/50: ") ? 1 : 0;
-      subs += has(text, ": number 12 on for number ") ? 1 : 0;
+      EXPECT_FALSE(has(text, "Half time: ") && has(text, " has the ball"));
+      for (const char* kind : {"Half time: ", "Full time: ", "50/50: ", "Goal for", " kicks ",
+                               ": number 12 on for number "})
+        told[kind] += has(text, kind) ? 1 : 0;
     }
-    EXPECT_EQ(halves, 1);
-    EXPECT_EQ(ends, 1);
-    EXPECT_GE(subs, 1);  // the left side's, and the computer's own
-    EXPECT_GT(goals, 0);
-    EXPECT_GT(contests, 0);
-    EXPECT_EQ(computerKicks > 100, mode == 2);
+    EXPECT_EQ(told["Half time: "], 1);
+    EXPECT_EQ(told["Full time: "], 1);
+    EXPECT_GE(told[": number 12 on for number "], 1);  // the left side's, and the computer's own
+    EXPECT_GT(told["Goal for"], 0);
+    EXPECT_GT(told["50/50: "], 0);
+    EXPECT_EQ(told[" kicks "] > 100, mode == 2);
   }
 }
 

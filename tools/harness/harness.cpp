@@ -89,7 +89,7 @@ void Harness::note(std::string what) {
 }
 
 bool Harness::breakPromise(std::string what) {
-  if (!failed()) fault_ = Fault{seed_, counts_.steps, std::move(what)};
+  if (!failed()) fault_ = Fault{seed_, steps_, std::move(what)};
   return false;
 }
 
@@ -107,7 +107,7 @@ bool Harness::run(std::int64_t steps) {
 }
 
 void Harness::takeStep() {
-  ++counts_.steps;
+  ++steps_;
   act();
   if (!failed()) check();
 }
@@ -344,7 +344,6 @@ bool Harness::check() {
 void Harness::noteNewMatch() {
   const MatchForm& f = *form_;
   if (f.GameCount == seen_.gameCount) return;
-  ++counts_.starts;
   seen_ = Seen{};
   seen_.gameCount = f.GameCount;
   seen_.diceReady = f.DiceReady;
@@ -370,7 +369,6 @@ bool Harness::checkSideToPlay() {
 bool Harness::checkRoll() {
   const MatchForm& f = *form_;
   if (seen_.diceReady == kDiceReady && f.DiceReady == kDiceRolled) {
-    ++counts_.rolls;
     const int p = static_cast<int>(f.BallOwner);
     if (f.BallCol != f.PlayerCol[p] || f.BallRow != f.PlayerRow[p])
       return breakPromise("a roll was accepted with the ball on (" + std::to_string(f.BallCol) +
@@ -436,7 +434,6 @@ bool Harness::checkScore() {
                             std::to_string(seen_.shotsPending[s]) +
                             " shot(s) of this match waiting to count");
       --seen_.shotsPending[s];
-      ++counts_.goals;
     }
     seen_.score[s] = score;
   }
@@ -447,7 +444,6 @@ bool Harness::checkScore() {
 bool Harness::checkSubstitutions() {
   const MatchForm& f = *form_;
   if (f.TimSub.Enabled() && !seen_.exchanging) {
-    ++counts_.subs;
     const int off = static_cast<int>(f.SubOff);
     if (off == 1 || off == 12 || off < 1 || off > 22 || off == static_cast<int>(f.BallOwner))
       return breakPromise("player " + std::to_string(off) + " was sent off for a substitute");
@@ -514,8 +510,6 @@ bool Harness::checkTeamColours() {
 bool Harness::checkGoesOn() {
   const MatchForm& f = *form_;
   const int mode = playLeftVsAI(f) ? 2 : mouseVsKeys(f) ? 1 : 0;
-  if (seen_.mode >= 0 && mode != seen_.mode && f.GameEnd.empty()) ++counts_.modeChanges;
-  seen_.mode = mode;
   if (f.TimAI.Enabled() && mode != 2)
     return breakPromise("the computer's timer runs in mode " + std::to_string(mode));
   // Exit unloads the window, and the match with it.

@@ -16,15 +16,6 @@
 
 namespace quorvel::harness {
 
-struct Counts {
-  std::int64_t steps = 0;        // inputs and advances
-  std::int64_t rolls = 0;        // rolls accepted
-  std::int64_t goals = 0;        // goals counted on the score boards
-  std::int64_t subs = 0;         // substitutions started
-  std::int64_t starts = 0;       // matches started
-  std::int64_t modeChanges = 0;  // play modes chosen during a match
-};
-
 struct Fault {
   std::uint64_t seed = 0;
   std::int64_t step = 0;  // 1-based step during (or after) which the promise broke
@@ -38,7 +29,6 @@ class Harness {
   // Runs `steps` more steps; stops early and returns false at the first broken promise.
   bool run(std::int64_t steps);
 
-  const Counts& counts() const { return counts_; }
   const Fault& fault() const { return fault_; }
   bool failed() const { return !fault_.what.empty(); }
   // The latest steps, oldest first ("click Cdice", "key 5", "advance 1500").
@@ -94,7 +84,7 @@ class Harness {
   std::unique_ptr<MatchForm> form_;
   std::unique_ptr<StateView> view_;  // the whole state as one number
   std::vector<Control*> controls_;
-  Counts counts_;
+  std::int64_t steps_ = 0;  // inputs and advances taken
   Fault fault_;
   std::deque<std::string> recent_;
   std::int64_t ticks_ = 0;  // ticks run by advance(), counted for the sampling of checkReach
@@ -109,7 +99,6 @@ class Harness {
     bool celebrating = false, exchanging = false;
     Single diceReady = 0;
     double kicks = 0;
-    int mode = -1;  // the play mode at the last check of this match, -1 before it
   } seen_;
   std::array<std::array<Integer, 5>, 3> seenColours_{};  // red, green, blue of the swatches
 };
