@@ -80,6 +80,9 @@ void Harness::newProgram() {
     if (!form_->LinksForm.holds(c)) controls_.push_back(&c);
   });
   seen_ = Seen{};
+  const MatchForm& f = *form_;
+  boxLefts_ = {f.Team[1].Left, f.Team[2].Left, f.Goals[1].Left, f.Goals[2].Left};
+  ch50Colour_ = f.Ch50.ForeColor;
   baseline();
 }
 
@@ -337,7 +340,7 @@ bool Harness::check() {
   if (!checkGoesOn()) return false;
   noteNewMatch();
   return checkSideToPlay() && checkRoll() && checkClock() && checkKicks() && checkScore() &&
-         checkSubstitutions();
+         checkSubstitutions() && checkBoxesAtRest();
 }
 
 // A new match: everything it counts starts again.
@@ -452,6 +455,22 @@ bool Harness::checkSubstitutions() {
                           " started a third substitution in one match");
   }
   seen_.exchanging = f.TimSub.Enabled();
+  return true;
+}
+
+// A 50/50 contest's flight slides the names and scores inwards and back and lights the 50/50
+// box; whenever no kick is in flight they stand where the window opened with them, unlit.
+bool Harness::checkBoxesAtRest() {
+  const MatchForm& f = *form_;
+  if (f.KickFlag != -1) return true;
+  const Control* boxes[] = {&f.Team[1], &f.Team[2], &f.Goals[1], &f.Goals[2]};
+  for (std::size_t i = 0; i < boxLefts_.size(); ++i)
+    if (boxes[i]->Left != boxLefts_[i])
+      return breakPromise("with no kick in flight " + boxes[i]->name + " stands at " +
+                          std::to_string(std::lround(boxes[i]->Left)) + ", not " +
+                          std::to_string(std::lround(boxLefts_[i])));
+  if (f.Ch50.ForeColor != ch50Colour_)
+    return breakPromise("with no kick in flight the 50/50 box is lit " + toHex(f.Ch50.ForeColor));
   return true;
 }
 

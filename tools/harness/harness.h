@@ -72,6 +72,7 @@ class Harness {
   bool checkKicks();
   bool checkScore();
   bool checkSubstitutions();
+  bool checkBoxesAtRest();
   bool coloursChanged();
   bool checkTeamColours();
   bool checkGoesOn();
@@ -101,6 +102,10 @@ class Harness {
     double kicks = 0;
   } seen_;
   std::array<std::array<Integer, 5>, 3> seenColours_{};  // red, green, blue of the swatches
+  // What a 50/50 contest's flight moves and lights, as the window opened with them: the left
+  // edges of both names and both scores, and the 50/50 box's colour.
+  std::array<double, 4> boxLefts_{};
+  Colour ch50Colour_{};
 };
 
 }  // namespace quorvel::harness
