@@ -5,12 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <functional>
-#include <string>
-
-#include "events/events.h"
-#include "match/match.h"
-#include "support.h"
 
 namespace quorvel::harness {
 namespace {
@@ -27,17 +21,6 @@ TEST(Harness, SeededRunsKeepEveryPromiseAndReplayExactly) {
   b.run(1500);
   EXPECT_EQ(a.recent(), b.recent());
   EXPECT_EQ(a.form().Sched.now(), b.form().Sched.now());
-}
-
-TEST(Harness, TeamColourDrawsKeepThePromise) {
-  Harness h(5);
-  MatchForm& f = h.form();
-  std::vector<double> green;  // levels (0, 5, 0) and no kit colour: refused every time
-  for (int k = 0; k < 1000; ++k) green.insert(green.end(), {0.0, 0.99, 0.0, 0.99});
-  f.Rnd.force(green);
-  userClick(f, f.RainB[0]);
-  EXPECT_EQ(f.Rnd.forcedPending(), 0u);
-  EXPECT_TRUE(h.checkNow()) << h.report();
 }
 
 }  // namespace

@@ -323,10 +323,6 @@ void Harness::baseline() {
   seen_.kicks = f.KickCount[1] + f.KickCount[2];
 }
 
-bool Harness::checkNow() {
-  return check();
-}
-
 bool Harness::check() {
   const MatchForm& f = *form_;
   if (failed() || (coloursChanged() && !checkTeamColours())) return false;

@@ -36,9 +36,8 @@ class Harness {
   // The whole report of a fault: seed, step, what broke and the steps before it.
   std::string report() const;
 
-  // For the harness's own tests: the form under test and a check of every promise now.
+  // The form under test.
   MatchForm& form() { return *form_; }
-  bool checkNow();
 
   // Ticks one advance of `ms` may run: every timer at most once per interval of 15 ms or more,
   // twice allowing for the tick at each end. More means a handler keeps re-arming its timer.
