@@ -68,7 +68,6 @@ class Harness {
   bool checkSideToPlay();
   bool checkRoll();
   bool checkClock();
-  bool checkKicks();
   bool checkScore();
   bool checkSubstitutions();
   bool coloursChanged();
@@ -97,7 +96,6 @@ class Harness {
     int subs[3] = {0, 0, 0};
     bool celebrating = false, exchanging = false;
     Single diceReady = 0;
-    double kicks = 0;
   } seen_;
   std::array<std::array<Integer, 5>, 3> seenColours_{};  // red, green, blue of the swatches
 };
