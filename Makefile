@@ -49,7 +49,8 @@ bench-window: build
 SOAK_SEEDS ?= 1-10
 SOAK_STEPS ?= 50000
 soak: build
-	nice -n 10 ./$(BUILD)/tools/harness/quorvel-soak --seeds $(SOAK_SEEDS) --steps $(SOAK_STEPS)
+	QUORVEL_HARNESS_SEEDS=$(SOAK_SEEDS) QUORVEL_HARNESS_STEPS=$(SOAK_STEPS) \
+	  nice -n 10 ./$(BUILD)/tests/quorvel_tests --gtest_filter='Harness.*'
 
 # dpkg-shlibdeps (dpkg-dev) finds the libraries the package depends on.
 package: PACKAGES += dpkg-dev

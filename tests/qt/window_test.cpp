@@ -1,7 +1,7 @@
 // The window over the model: the person's input reaches the handlers and the model's changes
-// reach the widgets; the form keeps its proportions at any size; assistive technology finds a
-// name and a role for every control; whole matches are played with the keyboard alone; the
-// pictures are painted as described. Virtual time is driven by pump(), never the wall clock.
+// reach the widgets, drawn as described; the form keeps its proportions at any size; assistive
+// technology finds a name and a role for every control; whole matches are played with the
+// keyboard alone. Virtual time is driven by pump(), never the wall clock.
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAccessibleActionInterface>
@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -154,6 +153,8 @@ class WindowTest : public QObject {
     const QColor shirt = g.widget("Player(2)")->grab().toImage().pixelColor(14, 40);
     QVERIFY2(qAbs(shirt.green() - 126) < 30 && shirt.red() < 30 && shirt.blue() < 30,
              qPrintable(shirt.name()));
+    // The icon is quorvel.svg, built into the program: a resource left out draws nothing.
+    QCOMPARE(appIcon().pixmap(64, 64).toImage().pixelColor(32, 32).alpha(), 255);
   }
 
   void inputReachesTheHandlers() {
@@ -267,21 +268,6 @@ class WindowTest : public QObject {
     QCOMPARE(icon, QMessageBox::Critical);
   }
 
-  void theClosingWindowShowsTheModelAndItsCloseEndsTheProgram() {
-    Game g;
-    LinksWindow& links = g.w->links();
-    QTest::mouseClick(g.widget("CDend"), Qt::LeftButton);
-    QVERIFY(!g.w->isVisible());
-    QVERIFY(links.isVisible());
-    auto* one = links.widgetFor("LinksForm.Picture1");
-    const bool firstShown = one->isVisible();
-    QCOMPARE(firstShown, g.f->LinksForm.Picture1.Visible);
-    QTest::mouseClick(&links, Qt::LeftButton, {}, QPoint(2, 2));  // its background
-    QCOMPARE(one->isVisible(), !firstShown);
-    links.close();  // from the title bar: its Exit
-    QVERIFY(g.f->Ended);
-  }
-
   void scalingKeepsProportionsDownToReadableTexts() {
     Game g;
     const QFont natural = g.widget("Team(1)")->font();
@@ -356,7 +342,7 @@ class WindowTest : public QObject {
     qApp->removeEventFilter(&count);
   }
 
-  void tabFollowsTheLayoutFromStartWithExitLast() {
+  void tabRunsFromStartToExitAndEveryControlHasANameAndARole() {
     Game g;
     QVERIFY(QTest::qWaitForWindowActive(g.w.get()));
     QCOMPARE(g.focusName(), QStringLiteral("CDgo"));  // where the window opens
@@ -367,17 +353,12 @@ class WindowTest : public QObject {
     }
     // The match's own controls, the two teams' panels (a group of option buttons is one stop,
     // its selected button), the settings, Exit last.
-    const QString expected =
-        "CDhelp Cdice CDcontest(1) CDcontest(2) "
-        "OPForm(0) Team(1) RainB(1) RainB(0) CHsub(1) CHsub(0) "
-        "Team(2) OPForm(12) RainB(2) RainB(3) CHsub(2) CHsub(3) "
-        "Ch50 ChAuto ChtenFIF Chq OpMode(0) Hai Vai OpName(1) cdr Command1 CDend CDgo";
-    QCOMPARE(order.join(' '), expected);
-  }
+    QCOMPARE(order.join(' '),
+             "CDhelp Cdice CDcontest(1) CDcontest(2) "
+             "OPForm(0) Team(1) RainB(1) RainB(0) CHsub(1) CHsub(0) "
+             "Team(2) OPForm(12) RainB(2) RainB(3) CHsub(2) CHsub(3) "
+             "Ch50 ChAuto ChtenFIF Chq OpMode(0) Hai Vai OpName(1) cdr Command1 CDend CDgo");
 
-  void everyControlHasANameARoleAndClickablePicturesArePressableButtons() {
-    Game g;
-    QVERIFY(QTest::qWaitForWindowActive(g.w.get()));
     g.f->Rnd.force({0.0, 0.0});
     g.key(Qt::Key_Space);  // Start
     QCOMPARE(g.focusName(), QStringLiteral("cdr"));
@@ -515,6 +496,8 @@ class WindowTest : public QObject {
         QVERIFY(g.tabTo(QStringLiteral("CDend")));
         g.key(Qt::Key_Space);
         QVERIFY(g.w->links().isVisible());
+        QCOMPARE(g.w->links().widgetFor("LinksForm.Picture1")->isVisible(),
+                 g.f->LinksForm.Picture1.Visible);
         QTest::keyClick(&g.w->links(), Qt::Key_Escape);
         QVERIFY(g.f->Ended);
       }
@@ -536,25 +519,6 @@ class WindowTest : public QObject {
             QCOMPARE(qRgb(down.r, down.g, down.b), q.darker(percent).rgb());
           }
         }
-  }
-
-  // A three through the painter: dark pips on the diagonal, white where a five has more; the
-  // icon is quorvel.svg, built into the program (a resource left out draws nothing).
-  void thePainterDrawsTheDescriptionAndTheIcon() {
-    QImage image(100, 100, QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    QPainter p(&image);
-    drawPicture(p, QStringLiteral("die3"), QRectF(0, 0, 100, 100), {});
-    p.end();
-    // The die fills its box less a margin of 4: pips at 26 %, 50 % and 74 % of its side.
-    auto at = [&](double u, double v) { return image.pixelColor(4 + u * 92, 4 + v * 92); };
-    QVERIFY(at(0.74, 0.26).lightness() < 80);
-    QVERIFY(at(0.5, 0.5).lightness() < 80);
-    QVERIFY(at(0.26, 0.74).lightness() < 80);
-    QVERIFY(at(0.26, 0.26).lightness() > 200);
-    QVERIFY(at(0.74, 0.74).lightness() > 200);
-    QCOMPARE(image.pixelColor(1, 1).alpha(), 0);  // the rounded corner leaves the box bare
-    QCOMPARE(appIcon().pixmap(64, 64).toImage().pixelColor(32, 32).alpha(), 255);
   }
 };
 

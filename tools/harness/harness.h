@@ -36,9 +36,8 @@ class Harness {
   // The whole report of a fault: seed, step, what broke and the steps before it.
   std::string report() const;
 
-  // For the harness's own tests: the form under test and a check of every promise now.
+  // The form under test.
   MatchForm& form() { return *form_; }
-  bool checkNow();
 
   // Ticks one advance of `ms` may run: every timer at most once per interval of 15 ms or more,
   // twice allowing for the tick at each end. More means a handler keeps re-arming its timer.
@@ -69,7 +68,6 @@ class Harness {
   bool checkSideToPlay();
   bool checkRoll();
   bool checkClock();
-  bool checkKicks();
   bool checkScore();
   bool checkSubstitutions();
   bool checkBoxesAtRest();
@@ -99,7 +97,6 @@ class Harness {
     int subs[3] = {0, 0, 0};
     bool celebrating = false, exchanging = false;
     Single diceReady = 0;
-    double kicks = 0;
   } seen_;
   std::array<std::array<Integer, 5>, 3> seenColours_{};  // red, green, blue of the swatches
   // What a 50/50 contest's flight moves and lights, as the window opened with them: the left
