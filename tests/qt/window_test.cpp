@@ -503,23 +503,6 @@ class WindowTest : public QObject {
       }
     }
   }
-
-  // The description shades shirts and button faces itself; the window has always shown Qt's.
-  void shadesAreQtsOwn() {
-    for (int r = 0; r < 256; r += 15)
-      for (int g = 0; g < 256; g += 17)
-        for (int b = 0; b < 256; b += 5) {
-          const QColor q(r, g, b);
-          const Rgba c{static_cast<std::uint8_t>(r), static_cast<std::uint8_t>(g),
-                       static_cast<std::uint8_t>(b)};
-          QCOMPARE(lightness(c), q.lightness());
-          for (int percent : {104, 106, 112, 118, 140, 150, 190, 260}) {
-            const Rgba up = lighter(c, percent), down = darker(c, percent);
-            QCOMPARE(qRgb(up.r, up.g, up.b), q.lighter(percent).rgb());
-            QCOMPARE(qRgb(down.r, down.g, down.b), q.darker(percent).rgb());
-          }
-        }
-  }
 };
 
 QTEST_MAIN(WindowTest)
