@@ -23,12 +23,6 @@ int clockSeconds(const MatchForm& f) {
   return static_cast<int>(f.ClockMin) * 60 + static_cast<int>(std::lround(f.ClockSec * 100));
 }
 
-std::string clockText(int seconds) {
-  std::ostringstream s;
-  s << seconds / 60 << ":" << (seconds % 60 < 10 ? "0" : "") << seconds % 60;
-  return s.str();
-}
-
 // Everything a window shows of a control, as one number.
 std::uint64_t shownOf(const Control& c) {
   std::uint64_t h = 0;
@@ -393,8 +387,8 @@ bool Harness::checkClock() {
   const MatchForm& f = *form_;
   const int clock = clockSeconds(f);
   if (clock < seen_.clock || clock > kFullTime)
-    return breakPromise("the clock went from " + clockText(seen_.clock) + " to " +
-                        clockText(clock));
+    return breakPromise("the clock went from " + std::to_string(seen_.clock) + " s to " +
+                        std::to_string(clock) + " s");
   if (clock == kFullTime && f.GameEnd.empty())
     return breakPromise("the clock reads 90:00 and the match goes on");
   seen_.clock = clock;
