@@ -11,7 +11,7 @@ CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
 
 # Debian packages the build and the tests need (make deps PACKAGES="..." installs others).
-PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev qt6-svg-dev xvfb xauth dbus at-spi2-core python3-pyatspi
+PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev qt6-svg-dev
 
 .PHONY: deps configure build run test bench bench-window soak package mutants web clean
 
@@ -49,7 +49,8 @@ bench-window: build
 SOAK_SEEDS ?= 1-10
 SOAK_STEPS ?= 50000
 soak: build
-	nice -n 10 ./$(BUILD)/tools/harness/quorvel-soak --seeds $(SOAK_SEEDS) --steps $(SOAK_STEPS)
+	QUORVEL_HARNESS_SEEDS=$(SOAK_SEEDS) QUORVEL_HARNESS_STEPS=$(SOAK_STEPS) \
+	  nice -n 10 ./$(BUILD)/tests/quorvel_tests --gtest_filter='Harness.*'
 
 # dpkg-shlibdeps (dpkg-dev) finds the libraries the package depends on.
 package: PACKAGES += dpkg-dev

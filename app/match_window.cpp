@@ -18,6 +18,7 @@
 #include "events/pace.h"
 #include "pictures.h"
 #include "ui/layout.h"
+#include "ui/tab_order.h"
 
 namespace quorvel {
 
@@ -197,78 +198,10 @@ void MatchWindow::refresh() {
   schedulePump();
 }
 
-// Tab starts where the window opens, at Start: Start, Help, the die, the flags when they are
-// offered and the two 50/50 dice; then the left team's panel and the right team's; then the
-// rest of the column of controls beside the pitch, so that Exit comes last. Within each, rows
-// top to bottom and left to right, a frame's controls together where the frame stands.
 void MatchWindow::orderTabs() {
-  struct Stop {
-    QWidget* w;
-    QRectF block, own;  // twips: its outermost frame's place (or its own), and its own
-  };
-  auto absolute = [](const Control& c) {
-    QRectF r(c.Left, c.Top, c.Width, c.Height);
-    for (const Control* p = c.parent; p != nullptr; p = p->parent) r.translate(p->Left, p->Top);
-    return r;
-  };
-  const QRectF pitch = absolute(f_.Grass);
-  enum Panel { kLeft, kRight, kColumnTop, kColumn };
-  std::vector<Stop> panels[4];
-  forEachControl(f_, [&](Control& c) {
-    QWidget* w = f_.LinksForm.holds(c) ? nullptr : widgetFor(c.name);
-    if (w == nullptr || w->focusPolicy() == Qt::NoFocus) return;
-    if (indexIn(f_.CDdest, c) >= 0) return;  // they stand wherever the ball is: see below
-    const Control* outer = &c;
-    while (outer->parent != nullptr) outer = outer->parent;
-    const Stop stop{w, absolute(*outer), absolute(c)};
-    const double x = stop.block.left();
-    const Panel panel = x < pitch.center().x()           ? kLeft
-                        : x < pitch.right()              ? kRight
-                        : stop.block.top() < pitch.top() ? kColumnTop
-                                                         : kColumn;
-    panels[panel].push_back(stop);
-  });
-  // Rows: a stop whose top lies in the upper half of the row's first stop joins that row.
-  auto readingOrder = [](std::vector<Stop>& stops, QRectF Stop::*rect) {
-    std::stable_sort(stops.begin(), stops.end(), [rect](const Stop& a, const Stop& b) {
-      return (a.*rect).top() < (b.*rect).top();
-    });
-    for (auto row = stops.begin(); row != stops.end();) {
-      const QRectF lead = (*row).*rect;
-      auto end = std::find_if(row, stops.end(), [&](const Stop& s) {
-        return (s.*rect).top() >= lead.top() + lead.height() / 2;
-      });
-      std::stable_sort(row, end, [rect](const Stop& a, const Stop& b) {
-        return (a.*rect).left() < (b.*rect).left();
-      });
-      row = end;
-    }
-  };
-  auto inOrder = [&](std::vector<Stop>& panel) {
-    std::vector<QWidget*> order;
-    readingOrder(panel, &Stop::block);
-    // Within a frame, its own controls in reading order.
-    for (auto first = panel.begin(); first != panel.end();) {
-      auto last =
-          std::find_if(first, panel.end(), [&](const Stop& s) { return s.block != first->block; });
-      std::vector<Stop> block(first, last);
-      readingOrder(block, &Stop::own);
-      for (const Stop& s : block) order.push_back(s.w);
-      first = last;
-    }
-    return order;
-  };
-  std::vector<QWidget*> chain = inOrder(panels[kColumnTop]);
-  // The flags go clockwise from straight up, after the die that offers them.
-  const auto die = std::find(chain.begin(), chain.end(), widgetFor(f_.Cdice.name));
-  std::vector<QWidget*> flags;
-  for (auto& flag : f_.CDdest)
-    if (QWidget* w = widgetFor(flag.name)) flags.push_back(w);
-  chain.insert(die == chain.end() ? chain.end() : die + 1, flags.begin(), flags.end());
-  for (Panel panel : {kLeft, kRight, kColumn}) {
-    const std::vector<QWidget*> order = inOrder(panels[panel]);
-    chain.insert(chain.end(), order.begin(), order.end());
-  }
+  std::vector<QWidget*> chain;
+  for (const std::string& name : tabOrder(f_))
+    if (QWidget* w = widgetFor(name)) chain.push_back(w);
   for (std::size_t i = 1; i < chain.size(); ++i) setTabOrder(chain[i - 1], chain[i]);
 }
 

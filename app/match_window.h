@@ -53,6 +53,7 @@ class MatchWindow : public FormWindow {
   void schedulePump();
   void showMessage(const Message& m);
   void applyFocus();
+  // Tab goes through the controls in the order ui/tab_order.h gives, as in the page.
   void orderTabs();
   // Each group of option buttons is one Tab stop, its selected button; the arrow keys move
   // among the flags on show, each to the nearest flag its way.

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The page's costs in headless Chromium, measured, never asserted:
 
   first paint  the page's first contentful paint against a bare page whose one canvas shows the
@@ -6,6 +6,7 @@
   wake-ups     how often the page wakes for the game's timers, its pace (virtual ms per wall ms)
                and Chromium's busy time, for SECONDS before Start, with the ball idling at its
                owner's feet, and through kicks played with the keypad.
+Chromium is driven as the page's test drives it (tests/web/page_test.py), on the wall clock.
 
    bench/web_page.py BUILD-WEB/quorvel.html [--pairs 9] [--seconds 10]"""
 import argparse
@@ -17,13 +18,17 @@ import sys
 import tempfile
 import time
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'tests', 'web'))
-from devtools import Browser  # noqa: E402
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.support.ui import WebDriverWait
 
-WIDTH, HEIGHT = 1248, 768
-READY = "document.body && document.body.classList.contains('ready')"
-FIRST_PAINT = ("new Promise((done) => new PerformanceObserver((seen, o) => { o.disconnect(); "
-               "done(seen.getEntries()[0].startTime); }).observe({type: 'paint', buffered: true}))")
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'tests', 'web'))
+from page_test import VIEWPORT, chromium  # noqa: E402
+
+READY = "return document.body && document.body.classList.contains('ready')"
+FIRST_PAINT = ("return new Promise((done) => new PerformanceObserver((seen, o) => { "
+               "o.disconnect(); done(seen.getEntries()[0].startTime); })"
+               ".observe({type: 'paint', buffered: true}))")
 
 
 def bare_page(path, drawing, size, painter):
@@ -41,12 +46,15 @@ paintPicture(c, {drawing}, ratio);
 </script></body></html>''')
 
 
-def first_paint(browser, url):
-    tab = browser.open('about:blank')
-    tab.send('Page.navigate', {'url': url})
-    time.sleep(0.05)
-    ms = tab.evaluate(FIRST_PAINT)
-    tab.send('Page.close')
+def first_paint(driver, url):
+    """In a new tab, closed after: the page loaded afresh, not from the first tab's memory."""
+    home = driver.current_window_handle
+    driver.switch_to.new_window('tab')
+    driver.execute_cdp_cmd('Emulation.setDeviceMetricsOverride', VIEWPORT)
+    driver.get(url)
+    ms = driver.execute_script(FIRST_PAINT)
+    driver.close()
+    driver.switch_to.window(home)
     return ms
 
 
@@ -61,25 +69,27 @@ def busy(root):
             continue
         stats[int(pid)] = (int(fields[1]), int(fields[11]) + int(fields[12]))  # ppid, utime+stime
     family, ticks = {root}, 0
-    for _ in range(4):  # the browser, its zygotes, their renderers and helpers
+    for _ in range(5):  # chromium-driver, the browser, its zygotes, renderers and helpers
         family |= {pid for pid, (ppid, _) in stats.items() if ppid in family}
     ticks = sum(stats[pid][1] for pid in family if pid in stats)
     return ticks / os.sysconf('SC_CLK_TCK')
 
 
-def watch(tab, seconds, act=None):
+def watch(driver, seconds, act=None):
     """Wake-ups a second, virtual ms per wall ms, and Chromium's share of one processor."""
-    start = tab.evaluate('[Module.page.wakeups, Module.virtualTime(), performance.now()]')
-    task = busy(tab.browser.process.pid)
+    counts = 'return [Module.page.wakeups, Module.virtualTime(), performance.now()]'
+    root = driver.service.process.pid
+    start = driver.execute_script(counts)
+    task = busy(root)
     end = time.monotonic() + seconds
     while time.monotonic() < end:
         if act:
             act()
         time.sleep(0.25)
-    stop = tab.evaluate('[Module.page.wakeups, Module.virtualTime(), performance.now()]')
+    stop = driver.execute_script(counts)
     wall = stop[2] - start[2]
     return ((stop[0] - start[0]) * 1000 / wall, (stop[1] - start[1]) / wall,
-            (busy(tab.browser.process.pid) - task) * 1000 / wall)
+            (busy(root) - task) * 1000 / wall)
 
 
 def main():
@@ -87,26 +97,26 @@ def main():
     parser.add_argument('page')
     parser.add_argument('--pairs', type=int, default=9)
     parser.add_argument('--seconds', type=float, default=10)
-    parser.add_argument('--chromium', default=shutil.which('chromium') or 'chromium')
     args = parser.parse_args()
     page = 'file://' + os.path.abspath(args.page)
     painter = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'web', 'painter.js')
 
-    browser = Browser(args.chromium, WIDTH, HEIGHT)
+    driver = chromium()
     scratch = tempfile.mkdtemp()
     try:
-        tab = browser.open(page)
-        tab.wait_for(READY, 'the page starts')
-        size = tab.evaluate("(() => { const r = Module.page.views.get('Grass').el"
-                            ".getBoundingClientRect(); return [r.width, r.height]; })()")
-        drawing = tab.evaluate(f"Module.drawing('Grass', {size[0]}, {size[1]}, false, false, false)")
+        driver.get(page)
+        WebDriverWait(driver, 60).until(lambda d: d.execute_script(READY))
+        size = driver.execute_script("const r = Module.page.views.get('Grass').el"
+                                     ".getBoundingClientRect(); return [r.width, r.height];")
+        drawing = driver.execute_script(
+            f"return Module.drawing('Grass', {size[0]}, {size[1]}, false, false, false)")
         bare = os.path.join(scratch, 'bare.html')
         bare_page(bare, json.dumps(json.loads(drawing)), size, painter)
 
         times = {'page': [], 'bare': []}
         for _ in range(args.pairs):
-            times['page'].append(first_paint(browser, page))
-            times['bare'].append(first_paint(browser, 'file://' + bare))
+            times['page'].append(first_paint(driver, page))
+            times['bare'].append(first_paint(driver, 'file://' + bare))
         for name, ms in times.items():
             print(f'first contentful paint, {name}: median {statistics.median(ms):.1f} ms '
                   f'({min(ms):.1f} to {max(ms):.1f})')
@@ -115,21 +125,21 @@ def main():
         def report(what, r):
             print(f'{what}: {r[0]:.1f} wake-ups a second, pace {r[1]:.4f} virtual ms a wall ms, '
                   f'processor {r[2] * 100:.1f} %')
-        report('before Start', watch(tab, args.seconds))
-        tab.evaluate("Module.page.views.get('Chq').el.firstChild.click(); "
-                     "Module.page.views.get('CDgo').el.click(); 0")
+        report('before Start', watch(driver, args.seconds))
+        driver.execute_script("Module.page.views.get('Chq').el.firstChild.click(); "
+                              "Module.page.views.get('CDgo').el.click();")
         time.sleep(1)
-        report("the ball at its owner's feet", watch(tab, args.seconds))
+        report("the ball at its owner's feet", watch(driver, args.seconds))
 
         def kick():
             # Roll with the keypad's 5, then click the first flag offered, as a person would.
-            tab.key('5', 'Numpad5')
-            tab.evaluate("(() => { const flag = [...Array(8).keys()].map((d) => "
-                         "Module.page.views.get(`CDdest(${d})`).el).find((el) => !el.hidden); "
-                         "if (flag) flag.click(); return 0; })()")
-        report('through kicks', watch(tab, args.seconds, kick))
+            ActionChains(driver).send_keys(Keys.NUMPAD5).perform()
+            driver.execute_script("const flag = [...Array(8).keys()].map((d) => Module.page"
+                                  ".views.get(`CDdest(${d})`).el).find((el) => !el.hidden); "
+                                  "if (flag) flag.click();")
+        report('through kicks', watch(driver, args.seconds, kick))
     finally:
-        browser.close()
+        driver.quit()
         shutil.rmtree(scratch, ignore_errors=True)
 
 

@@ -1,6 +1,7 @@
 // What the page needs from the game: the controls and their state as JSON, each picture's
-// description, a person's input through the window's own entry points, and the form's time
-// kept with the browser's clock. The page holds no rule; this file holds no picture.
+// description, the match told in words and the order Tab takes, as the window has them, a
+// person's input through the window's own entry points, and the form's time kept with the
+// browser's clock. The page holds no rule; this file holds no picture.
 #include <emscripten/bind.h>
 #include <emscripten/emscripten.h>
 
@@ -15,8 +16,10 @@
 #include "events/events.h"
 #include "events/pace.h"
 #include "match/match_form.h"
+#include "ui/announcements.h"
 #include "ui/layout.h"
 #include "ui/pictures.h"
+#include "ui/tab_order.h"
 
 namespace quorvel {
 
@@ -33,6 +36,7 @@ EM_JS(void, pageQuit, (), { Module.page.quit(); });
 struct Game {
   std::unique_ptr<MatchForm> form;
   std::unique_ptr<Pace> pace;
+  std::unique_ptr<Announcer> announcer;
   std::map<std::string, Control*, std::less<>> byName;
   std::map<std::string, std::string, std::less<>> sent;  // each control's state last sent
 };
@@ -103,15 +107,18 @@ std::string imageOf(const Control& c) {
   return "";
 }
 
+std::string textStyle(const TextStyle& style) {
+  return ",\"px\":" + number(style.px) + ",\"bold\":" + (style.bold ? "true" : "false") +
+         ",\"italic\":" + (style.italic ? "true" : "false") +
+         ",\"left\":" + (style.align == Align::Left ? "true" : "false");
+}
+
 // What never changes: "name": {kind, parent, window, text style, group, picture}.
 std::string describeControl(const MatchForm& f, const Control& c) {
-  const TextStyle style = textStyleFor(c.name);
   std::string out = quoted(c.name) + ":{\"kind\":" + quoted(kindName(c.kind));
   out += ",\"parent\":" + (c.parent != nullptr ? quoted(c.parent->name) : "null");
   out += ",\"closing\":" + std::string(f.LinksForm.holds(c) ? "true" : "false");
-  out += ",\"px\":" + number(style.px) + ",\"bold\":" + (style.bold ? "true" : "false");
-  out += ",\"italic\":" + std::string(style.italic ? "true" : "false");
-  out += ",\"left\":" + std::string(style.align == Align::Left ? "true" : "false");
+  out += textStyle(textStyleFor(c.name));
   if (c.kind == Kind::OptionButton)
     out += ",\"group\":" + std::to_string(static_cast<const OptionButton&>(c).group);
   if (c.kind == Kind::CommandButton && !imageOf(c).empty())
@@ -153,6 +160,27 @@ std::string stateOf(MatchForm& f, const Control& c) {
            colour(n->BackColor) + "," + number(n->Left) + "," + number(n->Top) + "," +
            number(n->Width) + "," + number(n->Height) + "]";
   return out + "}";
+}
+
+// The match told in words, where the window tells it: an entry of the page's own beside the
+// controls, shown from the first announcement on, left-aligned as the window's.
+constexpr std::string_view kNews = "news";
+
+std::string describeNews() {
+  TextStyle style = kNewsStyle;
+  style.align = Align::Left;
+  return quoted(kNews) + ":{\"kind\":\"news\",\"parent\":null,\"closing\":false" +
+         textStyle(style) + "}";
+}
+
+// Its state as a control's: the latest announcement as its text, in the window's own ink.
+std::string newsState() {
+  const std::string& said = game.announcer->latest();
+  return "{\"at\":[" + number(kNewsArea.left) + "," + number(kNewsArea.top) + "," +
+         number(kNewsArea.width) + "," + number(kNewsArea.height) +
+         "],\"visible\":" + (said.empty() ? "false" : "true") +
+         ",\"enabled\":true,\"back\":\"\",\"fore\":\"\",\"tip\":\"\",\"text\":" + quoted(said) +
+         ",\"image\":\"\"}";
 }
 
 std::string fill(const Fill& f) {
@@ -207,6 +235,7 @@ void start(double wallMs) {
   game.form = newMatchForm(std::random_device{}());
   MatchForm& f = *game.form;
   game.pace = std::make_unique<Pace>(f);
+  game.announcer = std::make_unique<Announcer>(f);
   f.platform.showMessage = [](const Message& m) {
     game.pace->hold();  // released by the page when the box is closed
     pageShowMessage(m.Title.c_str(), m.Text.c_str(), m.critical);
@@ -225,27 +254,31 @@ std::string controls() {
     if (!shownInPage(f, c)) return;
     out += (out.size() > 1 ? "," : "") + describeControl(f, c);
   });
-  return out + "}";
+  return out + "," + describeNews() + "}";
 }
 
-// The form, and each control whose state changed since the last call (all of them at first).
+// The form, and each control whose state changed since the last call (all of them at first),
+// the news among them.
 std::string state() {
   MatchForm& f = *game.form;
+  game.announcer->update(f);
   std::string out = "{\"visible\":" + std::string(f.Visible ? "true" : "false") +
                     ",\"closing\":" + (f.LinksForm.Visible ? "true" : "false") +
                     ",\"ended\":" + (f.Ended ? "true" : "false") +
                     ",\"back\":" + colour(f.BackColor) + ",\"focus\":" + quoted(f.ActiveControl) +
                     ",\"controls\":{";
   bool first = true;
-  forEachControl(f, [&](Control& c) {
-    if (!shownInPage(f, c)) return;
-    std::string now = stateOf(f, c);
-    std::string& last = game.sent[c.name];
+  auto send = [&](std::string_view name, std::string now) {
+    std::string& last = game.sent[std::string(name)];
     if (now == last) return;
-    out += (first ? "" : ",") + quoted(c.name) + ":" + now;
+    out += (first ? "" : ",") + quoted(name) + ":" + now;
     first = false;
     last = std::move(now);
+  };
+  forEachControl(f, [&](Control& c) {
+    if (shownInPage(f, c)) send(c.name, stateOf(f, c));
   });
+  send(kNews, newsState());
   return out + "}}";
 }
 
@@ -275,28 +308,42 @@ std::string drawing(const std::string& name, double width, double height, bool h
   return out + "]}";
 }
 
-// A person's input, through the window's own entry points; wallMs brings the game up to the
-// moment it happened first.
-void click(const std::string& name, double wallMs) {
+// The main window's tab stops in Tab's order, as a JSON list of names.
+std::string tabOrderNames() {
+  std::string out = "[";
+  for (const std::string& name : tabOrder(*game.form))
+    out += (out.size() > 1 ? "," : "") + quoted(name);
+  return out + "]";
+}
+
+// Brings the game up to the wall clock, telling what happened until then, as the window does
+// before a person's input lands.
+void catchUp(double wallMs) {
   game.pace->catchUp(static_cast<Millis>(wallMs));
+  game.announcer->update(*game.form);
+}
+
+// A person's input, through the window's own entry points, at the moment it happened.
+void click(const std::string& name, double wallMs) {
+  catchUp(wallMs);
   if (Control* c = find(name)) userClick(*game.form, *c);
 }
 void clickClosing(double wallMs) {
-  game.pace->catchUp(static_cast<Millis>(wallMs));
+  catchUp(wallMs);
   userClickLinksForm(*game.form);
 }
 void key(int keyAscii, double wallMs) {
-  game.pace->catchUp(static_cast<Millis>(wallMs));
+  catchUp(wallMs);
   userKey(*game.form, keyAscii);
 }
 bool edit(const std::string& name, const std::string& text, double wallMs) {
-  game.pace->catchUp(static_cast<Millis>(wallMs));
+  catchUp(wallMs);
   Control* c = find(name);
   return c != nullptr && c->kind == Kind::TextBox &&
          userEdit(*game.form, static_cast<TextBox&>(*c), text);
 }
 void scroll(const std::string& name, int value, double wallMs) {
-  game.pace->catchUp(static_cast<Millis>(wallMs));
+  catchUp(wallMs);
   Control* c = find(name);
   if (c != nullptr && c->kind == Kind::ScrollBar)
     userScroll(*game.form, static_cast<ScrollBar&>(*c), value);
@@ -306,9 +353,10 @@ void focus(const std::string& name) {
   if (find(name) != nullptr) game.form->ActiveControl = name;
 }
 
-// Time: wake at `wallMs`; true when what is on show may have changed.
+// Time: wake at `wallMs`; true when what is on show may have changed or there is news.
 bool wake(double wallMs) {
-  return game.pace->wake(static_cast<Millis>(wallMs));
+  const bool ticked = game.pace->wake(static_cast<Millis>(wallMs));
+  return !game.announcer->update(*game.form).empty() || ticked;
 }
 // Milliseconds until the next wake-up, -1 for none until the person acts.
 double nextWakeIn(double wallMs) {
@@ -340,6 +388,7 @@ EMSCRIPTEN_BINDINGS(quorvel) {
   emscripten::function("nextWakeIn", &nextWakeIn);
   emscripten::function("messageClosed", &messageClosed);
   emscripten::function("virtualTime", &virtualTime);
+  emscripten::function("tabOrder", &tabOrderNames);
 }
 
 }  // namespace quorvel

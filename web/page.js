@@ -1,7 +1,8 @@
 // The page: the game's main window and its closing window, as the desktop shows them. Every
 // control is an element placed from the stored layout, pictures on canvases, the others HTML
-// controls; what a person does goes to the game through bridge.cpp, and what the game changed
-// comes back from it. The page holds no rule.
+// controls; the match is told in words in a live region, and Tab takes the window's order.
+// What a person does goes to the game through bridge.cpp, and what the game changed comes back
+// from it. The page holds no rule.
 'use strict';
 
 const kTwipsPerPixel = 15;
@@ -42,7 +43,8 @@ function makeElement(name, info) {
       if (info.bare !== undefined) {
         button.className = 'picture';
         button.appendChild(document.createElement('canvas'));
-        if (info.bare) button.tabIndex = -1;  // a flag vanishes when clicked
+        // A flag vanishes when clicked: the mouse leaves the focus where it was.
+        if (info.bare) button.addEventListener('mousedown', (e) => e.preventDefault());
       }
       return button;
     }
@@ -68,6 +70,11 @@ function makeElement(name, info) {
       bar.type = 'range';
       bar.addEventListener('input', () => input(() => Module.scroll(name, Number(bar.value), now())));
       return bar;
+    }
+    case 'news': {
+      const news = document.createElement('p');
+      news.setAttribute('aria-live', 'polite');  // read out whenever it changes
+      return news;
     }
     case 'frame': {
       const frame = document.createElement('div');
@@ -115,6 +122,8 @@ function build() {
   }
   // The banners wait under the pitch until they slide out below it.
   for (const name of ['Banner(0)', 'Banner(1)']) byId('main').prepend(view(name).el);
+  // Tab takes the game's order, as in the window.
+  JSON.parse(Module.tabOrder()).forEach((name, i) => { view(name).tab = i + 1; });
 }
 
 // ---- placing -------------------------------------------------------------------------------
@@ -195,6 +204,9 @@ function show(v) {
   if (String(s.at) !== String(was.at)) place(v);
   el.hidden = !s.visible;
   if ('disabled' in box) box.disabled = !s.enabled;
+  // Tab passes over a locked box and an option not chosen, as the window's.
+  const passedOver = s.locked || (v.info.kind === 'option button' && s.value === 0);
+  if (v.tab) box.tabIndex = passedOver ? -1 : v.tab;
   el.classList.toggle('disabled', !s.enabled);
   if (!v.canvas) el.style.backgroundColor = s.back;  // a picture paints its own
   el.style.color = s.fore;
@@ -204,7 +216,9 @@ function show(v) {
   if (s.tip) el.title = s.tip;
   else el.removeAttribute('title');
   // A name for those who cannot see the picture: its tip, else its caption, else the control.
-  if (v.canvas || !s.text) box.setAttribute('aria-label', s.tip || s.text || v.name);
+  if (v.info.kind !== 'news' && (v.canvas || !s.text)) {
+    box.setAttribute('aria-label', s.tip || s.text || v.name);
+  }
   switch (v.info.kind) {
     case 'command button':
       if (!v.canvas) el.textContent = s.text;
@@ -224,6 +238,9 @@ function show(v) {
     case 'scroll bar':
       Object.assign(el, { min: s.min, max: s.max, step: s.step });
       el.value = s.value;
+      break;
+    case 'news':
+      el.textContent = s.text;
       break;
     case 'frame':
     case 'label':

@@ -110,6 +110,9 @@ void placeFlags(MatchForm& f) {
 
 void ClickDi(MatchForm& f) {
   if (f.GameOn == kNoMatchYet) return;
+  // While a kick flies the die stays rolled, and an attempt leaves the kick's contest alone:
+  // its names and scores slide back only while it lasts, and its landing tells it.
+  if (f.KickFlag != -1) return;
   // Any roll attempt clears the last contest, even one refused below.
   f.CDcontest[1].Image = f.Di[7].Image;
   f.CDcontest[2].Image = f.Di[7].Image;

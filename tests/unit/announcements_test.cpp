@@ -1,12 +1,15 @@
-// The match told in words: whole scripted matches, announced after every 15 ms of ticks and
-// after every input as the window does, come out in order with one outcome a kick.
+// The match told in words: whole matches, announced at every moment as the window does, come out
+// in order with one outcome a kick.
 #include "ui/announcements.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
+#include "sim.h"
 #include "support.h"
 #include "ui/accessible_names.h"
 
@@ -22,108 +25,71 @@ bool isOutcome(const std::string& text) {
   return has(text, " has the ball") || has(text, "Goal for") || has(text, "Half time: ");
 }
 
-// The flag a simple player picks: a shot when there is one, else the furthest towards the
-// other goal.
-int pick(const MatchForm& f) {
-  const int leftward[8] = {6, 5, 7, 4, 0, 3, 1, 2}, rightward[8] = {2, 1, 3, 4, 0, 5, 7, 6};
-  for (int d = 0; d < 8; ++d)
-    if (f.CDdest[d].Visible && f.FlagGoal[d] == 1) return d;
-  for (int d : f.TeamTurn == kLeftSide ? rightward : leftward)
-    if (f.CDdest[d].Visible) return d;
-  return -1;
-}
-
-// Plays a whole match in `mode` (0 Free, 2 Play Left vs AI), the left side substituting once,
-// and returns every announcement made.
-std::vector<std::string> playAndListen(int mode, std::uint64_t seed) {
-  auto f = newMatchForm(seed);
-  userClick(*f, f->OpMode[mode]);
-  Announcer told(*f);
+// Plays a whole match through the simulator, listening at every moment it changed as the window
+// listens after each input and tick, and returns every announcement made.
+std::vector<std::string> playAndListen(sim::Mode mode) {
+  Announcer told(*newMatchForm());  // what a form shows before Start
   std::vector<std::string> heard;
-  auto listen = [&] {
-    if (std::string text = told.update(*f); !text.empty()) heard.push_back(text);
+  auto listen = [&](MatchForm& f, std::string_view) {
+    if (std::string text = told.update(f); !text.empty()) heard.push_back(text);
   };
-  userClick(*f, f->CDgo);
-  listen();
-  bool substituted = false;
-  for (int step = 0; step < 400000 && f->GameEnd.empty(); ++step) {
-    const bool mine = f->TeamTurn == kLeftSide || mode == 0;
-    const bool ready = f->DiceReady == kDiceReady && !f->TimPlace.Enabled() &&
-                       !f->TimSub.Enabled() && !f->TimSc.Enabled();
-    if (mine && ready && !substituted && f->TeamTurn == kLeftSide && f->ClockMin >= 20) {
-      substituted = true;
-      userClick(*f, f->CHsub[0]);
-    } else if (mine && ready) {
-      userKey(*f, kRollKey);
-    } else if (mine && f->KickFlag == -1 && pick(*f) >= 0) {
-      userClick(*f, f->CDdest[pick(*f)]);
-    } else {
-      f->Sched.advance(15);
-    }
-    listen();
-  }
-  EXPECT_FALSE(f->GameEnd.empty());
-  // One outcome a kick, no more, no fewer.
-  int outcomes = 0;
-  for (const std::string& text : heard) outcomes += isOutcome(text) ? 1 : 0;
-  EXPECT_EQ(outcomes, f->KickCount[1] + f->KickCount[2]);
-  // The last word is the final score as the boxes show it.
-  EXPECT_EQ(heard.back().substr(heard.back().find("Full time: ")),
-            "Full time: " + f->Team[1].Text + " " + f->Goals[1].Text + ", " + f->Team[2].Text +
-                " " + f->Goals[2].Text + ".");
+  auto atEnd = [&heard](MatchForm& f) {
+    EXPECT_FALSE(f.GameEnd.empty());
+    // One outcome a kick, no more, no fewer.
+    EXPECT_EQ(std::count_if(heard.begin(), heard.end(), isOutcome),
+              f.KickCount[1] + f.KickCount[2]);
+    // The last word is the final score as the boxes show it.
+    EXPECT_EQ(heard.back().substr(heard.back().find("Full time: ")),
+              "Full time: " + f.Team[1].Text + " " + f.Goals[1].Text + ", " + f.Team[2].Text + " " +
+                  f.Goals[2].Text + ".");
+  };
+  sim::Settings settings;
+  settings.mode = mode;
+  settings.iq = 5;  // a computer that substitutes in this match
+  sim::playMatch(settings, 11, atEnd, listen);
   return heard;
 }
 
 TEST(Announcements, AWholeMatchIsToldInOrderOneOutcomeAKick) {
-  for (int mode : {0, 2}) {
-    SCOPED_TRACE(mode);
-    const std::vector<std::string> heard = playAndListen(mode, 11);
+  for (sim::Mode mode : {sim::Mode::Free, sim::Mode::AI}) {
+    SCOPED_TRACE(static_cast<int>(mode));
+    const std::vector<std::string> heard = playAndListen(mode);
     ASSERT_GT(heard.size(), 700U);
     EXPECT_EQ(heard.front().rfind("Kick-off: ", 0), 0U);
-    int halves = 0, ends = 0, contests = 0, goals = 0, subs = 0, computerKicks = 0;
-    // What may come next: after a roll its kick's outcome (the computer first says which way
-    // it kicks); after a goal the score; and a roll never twice in a row.
-    bool awaitingOutcome = false, awaitingScore = false;
+    // After a roll its kick's outcome (the computer first says which way it kicks); after a
+    // goal the score; and a roll never twice in a row.
+    std::string awaiting;
+    std::map<std::string, int> told;
     for (std::size_t i = 1; i < heard.size(); ++i) {
       const std::string& text = heard[i];
       SCOPED_TRACE(text);
-      const bool roll = has(text, " rolled "), kicks = has(text, " kicks ");
-      const bool outcome = isOutcome(text);
+      const bool roll = has(text, " rolled "), kicks = has(text, " kicks "),
+                 outcome = isOutcome(text);
       EXPECT_LE(int(roll) + int(outcome) + int(kicks), 1) << "one event a batch here";
-      if (roll) {
-        EXPECT_FALSE(awaitingOutcome || awaitingScore);
-        awaitingOutcome = true;
-      }
-      if (outcome) {
-        EXPECT_TRUE(awaitingOutcome);
-        awaitingOutcome = false;
-      }
-      if (kicks) {
-        EXPECT_EQ(text.rfind("Team 2 kicks ", 0), 0U) << "only the computer's kick is told";
-        EXPECT_TRUE(awaitingOutcome);
-        EXPECT_EQ(mode, 2);
-        ++computerKicks;
-      }
-      if (has(text, "Score: ")) {
-        EXPECT_TRUE(awaitingScore);
-        awaitingScore = false;
-      }
-      if (has(text, "Goal for")) awaitingScore = true, ++goals;
+      // What was awaited comes, and what comes next is awaited.
+      auto comes = [&](bool it, const char* was, const char* next) {
+        if (!it) return;
+        EXPECT_EQ(awaiting, was);
+        awaiting = next;
+      };
+      comes(roll, "", "outcome");
+      comes(kicks, "outcome", "outcome");
+      comes(outcome, "outcome", "");
+      comes(has(text, "Score: "), "score", "");
+      EXPECT_TRUE(!kicks || text.rfind("Team 2 kicks ", 0) == 0) << "only the computer's kick";
+      if (has(text, "Goal for")) awaiting = "score";
       // Half time hands the ball to the side kicking off: the kick's receiver is not named.
-      if (has(text, "Half time: ")) {
-        EXPECT_FALSE(has(text, " has the ball"));
-      }
-      halves += has(text, "Half time: ") ? 1 : 0;
-      ends += has(text, "Full time: ") ? 1 : 0;
-      contests += has(text, "50/50: ") ? 1 : 0;
-      subs += has(text, ": number 12 on for number ") ? 1 : 0;
+      EXPECT_FALSE(has(text, "Half time: ") && has(text, " has the ball"));
+      for (const char* kind : {"Half time: ", "Full time: ", "50/50: ", "Goal for", " kicks ",
+                               ": number 12 on for number "})
+        told[kind] += has(text, kind) ? 1 : 0;
     }
-    EXPECT_EQ(halves, 1);
-    EXPECT_EQ(ends, 1);
-    EXPECT_GE(subs, 1);  // the left side's, and the computer's own
-    EXPECT_GT(goals, 0);
-    EXPECT_GT(contests, 0);
-    EXPECT_EQ(computerKicks > 100, mode == 2);
+    EXPECT_EQ(told["Half time: "], 1);
+    EXPECT_EQ(told["Full time: "], 1);
+    EXPECT_EQ(told[": number 12 on for number "] > 0, mode == sim::Mode::AI);  // the computer's
+    EXPECT_GT(told["Goal for"], 0);
+    EXPECT_GT(told["50/50: "], 0);
+    EXPECT_EQ(told[" kicks "] > 100, mode == sim::Mode::AI);
   }
 }
 

@@ -1,4 +1,4 @@
-// The goal celebration and the restart by the side that conceded.
+// The goal celebration: the score read from its box, every flash shown at once.
 #include <gtest/gtest.h>
 
 #include "support.h"
@@ -6,29 +6,18 @@
 namespace quorvel {
 namespace {
 
-class Goal : public test::MatchUnderWay {
- protected:
-  int repaints = 0;  // the window is asked to show every flash at once
-  void SetUp() override {
-    f.platform.repaint = [this] { ++repaints; };
-  }
-  // `shooter` shoots from beside the right-hand goal (flag 2) or the left-hand one (flag 6)
-  // and the ball arrives; the celebration is about to begin.
-  void shoot(int shooter, bool intoRightGoal) {
-    test::kick(f, shooter, intoRightGoal ? 16 : 1, 4, 1, intoRightGoal ? 2 : 6);
-    ASSERT_TRUE(test::land(f));
-    ASSERT_TRUE(f.TimSc.Enabled());
-  }
-  void celebrate() {
-    ASSERT_TRUE(test::runUntil(f, [this] { return !f.TimSc.Enabled(); }));
-  }
-};
+using Goal = test::MatchUnderWay;
 
+// A right player shoots into the right-hand goal, his own: the left side scores.
 TEST_F(Goal, TheScoreIsReadFromItsBoxAndEveryFlashIsShownAtOnce) {
+  int repaints = 0;  // the window is asked to show every flash at once
+  f.platform.repaint = [&repaints] { ++repaints; };
   f.Goals[1].Text = "3";
   f.Goals[2].Text = "";  // no number reads as 0
-  shoot(20, true);       // a right player into the right-hand goal
-  celebrate();
+  test::kick(f, 20, 16, 4, 1, 2);
+  ASSERT_TRUE(test::land(f));
+  ASSERT_TRUE(f.TimSc.Enabled());
+  ASSERT_TRUE(test::runUntil(f, [this] { return !f.TimSc.Enabled(); }));
   EXPECT_EQ(repaints, 12);
   EXPECT_EQ(f.Goals[1].Text, "4");
   EXPECT_EQ(f.Goals[2].Text, "");

@@ -1,5 +1,5 @@
 // The pictures' description: every picture the layout shows is drawn within its box, a die shows
-// its face, a player's number sits on the shirt, the two goals mirror each other.
+// its face, a player's number sits on the shirt, each goal opens onto the pitch.
 #include "ui/pictures.h"
 
 #include <gtest/gtest.h>
@@ -142,22 +142,14 @@ TEST(Pictures, APlayersNumberSitsOnTheShirt) {
   }
 }
 
-TEST(Pictures, TheTwoGoalsMirrorEachOther) {
+// Each goal's mouth faces the pitch: the left-hand goal's bars end at its right edge, the
+// right-hand goal's at its left edge.
+TEST(Pictures, EachGoalOpensOntoThePitch) {
   const Box box{10.5, 4, 30, 120};
-  Look left, right;
+  Look right;
   right.opensLeft = true;
-  const Drawing a = describePicture("goal", left, box), b = describePicture("goal", right, box);
-  ASSERT_EQ(a.shapes.size(), b.shapes.size());
-  const Shape& frameA = a.shapes.back();
-  const Shape& frameB = b.shapes.back();
-  ASSERT_EQ(frameA.path.size(), frameB.path.size());
-  const double middle = box.x + box.width / 2;
-  for (std::size_t k = 0; k < frameA.path.size(); ++k) {
-    EXPECT_NEAR(frameA.path[k].to.x - middle, middle - frameB.path[k].to.x, 1e-9);
-    EXPECT_EQ(frameA.path[k].to.y, frameB.path[k].to.y);
-  }
-  // The mouth faces the pitch: the left-hand goal's bars end at its right edge.
-  EXPECT_EQ(frameA.path.front().to.x, box.x + box.width);
+  EXPECT_EQ(describePicture("goal", {}, box).shapes.back().path.front().to.x, box.x + box.width);
+  EXPECT_EQ(describePicture("goal", right, box).shapes.back().path.front().to.x, box.x);
 }
 
 }  // namespace

@@ -59,7 +59,8 @@ inline void clearPitch(MatchForm& f) {
   for (int i = 1; i <= 22; ++i) putPlayer(f, i, 100 + i, 100);
 }
 
-// Gives the ball to `owner` on (col, row) and the turn to his side, ready to roll.
+// Gives the ball to `owner` on (col, row) and the turn to his side, ready to roll; a kick
+// still in flight is over.
 inline void giveBall(MatchForm& f, int owner, int col, int row) {
   putPlayer(f, owner, col, row);
   f.BallOwner = static_cast<Single>(owner);
@@ -67,6 +68,7 @@ inline void giveBall(MatchForm& f, int owner, int col, int row) {
   f.BallCol = static_cast<Integer>(col);
   f.BallRow = static_cast<Integer>(row);
   f.DiceReady = kDiceReady;
+  f.KickFlag = -1;
 }
 
 // Rolls `n` by the die button (its click alone, as a key would).

@@ -16,15 +16,6 @@
 
 namespace quorvel::harness {
 
-struct Counts {
-  std::int64_t steps = 0;        // inputs and advances
-  std::int64_t rolls = 0;        // rolls accepted
-  std::int64_t goals = 0;        // goals counted on the score boards
-  std::int64_t subs = 0;         // substitutions started
-  std::int64_t starts = 0;       // matches started
-  std::int64_t modeChanges = 0;  // play modes chosen during a match
-};
-
 struct Fault {
   std::uint64_t seed = 0;
   std::int64_t step = 0;  // 1-based step during (or after) which the promise broke
@@ -38,7 +29,6 @@ class Harness {
   // Runs `steps` more steps; stops early and returns false at the first broken promise.
   bool run(std::int64_t steps);
 
-  const Counts& counts() const { return counts_; }
   const Fault& fault() const { return fault_; }
   bool failed() const { return !fault_.what.empty(); }
   // The latest steps, oldest first ("click Cdice", "key 5", "advance 1500").
@@ -46,9 +36,8 @@ class Harness {
   // The whole report of a fault: seed, step, what broke and the steps before it.
   std::string report() const;
 
-  // For the harness's own tests: the form under test and a check of every promise now.
+  // The form under test.
   MatchForm& form() { return *form_; }
-  bool checkNow();
 
   // Ticks one advance of `ms` may run: every timer at most once per interval of 15 ms or more,
   // twice allowing for the tick at each end. More means a handler keeps re-arming its timer.
@@ -79,9 +68,9 @@ class Harness {
   bool checkSideToPlay();
   bool checkRoll();
   bool checkClock();
-  bool checkKicks();
   bool checkScore();
   bool checkSubstitutions();
+  bool checkBoxesAtRest();
   bool coloursChanged();
   bool checkTeamColours();
   bool checkGoesOn();
@@ -94,7 +83,7 @@ class Harness {
   std::unique_ptr<MatchForm> form_;
   std::unique_ptr<StateView> view_;  // the whole state as one number
   std::vector<Control*> controls_;
-  Counts counts_;
+  std::int64_t steps_ = 0;  // inputs and advances taken
   Fault fault_;
   std::deque<std::string> recent_;
   std::int64_t ticks_ = 0;  // ticks run by advance(), counted for the sampling of checkReach
@@ -108,10 +97,12 @@ class Harness {
     int subs[3] = {0, 0, 0};
     bool celebrating = false, exchanging = false;
     Single diceReady = 0;
-    double kicks = 0;
-    int mode = -1;  // the play mode at the last check of this match, -1 before it
   } seen_;
   std::array<std::array<Integer, 5>, 3> seenColours_{};  // red, green, blue of the swatches
+  // What a 50/50 contest's flight moves and lights, as the window opened with them: the left
+  // edges of both names and both scores, and the 50/50 box's colour.
+  std::array<double, 4> boxLefts_{};
+  Colour ch50Colour_{};
 };
 
 }  // namespace quorvel::harness

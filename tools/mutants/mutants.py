@@ -82,7 +82,7 @@ def prepare(jobs):
         src, dst = ROOT / name, TREE / name
         if src.is_file() and (not dst.exists() or dst.read_bytes() != src.read_bytes()):
             dst.parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy2(src, dst)
+            shutil.copy(src, dst)  # a fresh time, so that the build sees the change
     # A file moved or deleted in the sources must not stay behind in the copy: the build takes
     # every file of src/, so the old one would be compiled beside the new one.
     kept = set(files)
