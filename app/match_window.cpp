@@ -15,7 +15,6 @@
 #include <vector>
 
 #include "events/events.h"
-#include "events/pace.h"
 #include "pictures.h"
 #include "ui/layout.h"
 #include "ui/tab_order.h"
@@ -24,6 +23,7 @@ namespace quorvel {
 
 MatchWindow::MatchWindow(MatchForm& f)
     : FormWindow(f, kMatchClient.width, kMatchClient.height),
+      pace_(f),
       shown_(f.Visible),
       linksShown_(f.LinksForm.Visible),
       lastBack_(f.BackColor),
@@ -119,18 +119,14 @@ MatchWindow::~MatchWindow() {
 
 void MatchWindow::startClock() {
   clock_.start();
-  lastWall_ = 0;
-  lastServed_ = -kShortestSleep;
+  pace_.start(clock_.elapsed());
   schedulePump();
 }
 
 void MatchWindow::tick() {
-  const std::int64_t before = f_.Sched.ticksRun();
   const std::int64_t shownBefore = f_.Sched.shownTicksRun();
-  catchUp();
-  // Spaced from when the served tick was due, not from when the pump woke, so that a late
-  // wake-up does not push every later tick of a flight or a walk later still.
-  if (f_.Sched.ticksRun() != before) lastServed_ = armedAt_;
+  pace_.wake(clock_.elapsed());
+  announce();
   showTicks(shownBefore);
 }
 
@@ -148,24 +144,17 @@ void MatchWindow::showTicks(std::int64_t shownBefore) {
 
 void MatchWindow::catchUp() {
   if (!clock_.isValid()) return;
-  const qint64 now = clock_.elapsed();
-  const qint64 ms = std::min<qint64>(now - lastWall_, kLongestCatchUp);
-  lastWall_ = now;
-  if (modal_ > 0 || f_.Ended || ms <= 0) return;
-  f_.Sched.advance(ms);
+  pace_.catchUp(clock_.elapsed());
   announce();  // before the input that follows, which may make news of its own
 }
 
 void MatchWindow::schedulePump() {
-  const Millis due = f_.Sched.nextWake(kAllowedLateness);
-  if (!clock_.isValid() || modal_ > 0 || f_.Ended || due == Scheduler::kNever) {
+  const Millis in = clock_.isValid() ? pace_.nextWakeIn(clock_.elapsed()) : -1;
+  if (in < 0) {
     pump_.stop();  // a message box, or the end, restarts it
     return;
   }
-  // Virtual now() stands for the wall time lastWall_.
-  const qint64 now = clock_.elapsed();
-  armedAt_ = std::max(lastWall_ + (due - f_.Sched.now()), lastServed_ + kShortestSleep);
-  pump_.start(static_cast<int>(std::clamp<qint64>(armedAt_ - now, 0, kLongestCatchUp)));
+  pump_.start(static_cast<int>(in));
 }
 
 void MatchWindow::pump(Millis ms) {
@@ -284,11 +273,9 @@ void MatchWindow::showMessage(const Message& m) {
       widest = std::max(widest, label->fontMetrics().horizontalAdvance(line));
     label->setMinimumWidth(widest + 2 * label->margin() + 2 * label->frameWidth() + 1);
   }
-  ++modal_;
+  pace_.hold();
   box.exec();
-  --modal_;
-  // The game stood still while the box was up; it goes on from where it was.
-  if (clock_.isValid()) lastWall_ = clock_.elapsed();
+  pace_.release(clock_.isValid() ? clock_.elapsed() : 0);
   schedulePump();
 }
 

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 
+#include "events/pace.h"
 #include "form_window.h"
 #include "links_window.h"
 #include "ui/announcements.h"
@@ -67,12 +68,9 @@ class MatchWindow : public FormWindow {
 
   std::unique_ptr<LinksWindow> links_;
   QTimer pump_;
-  QElapsedTimer clock_;
-  qint64 lastWall_ = 0;    // wall time (ms) that virtual now() stands for
-  qint64 armedAt_ = 0;     // wall time the pump is set to wake at
-  qint64 lastServed_ = 0;  // wall time the pump's last wake-up that ran a tick was set for
-  int modal_ = 0;          // message boxes open: time stands still meanwhile
-  bool shown_;             // f.Visible as last acted on
+  QElapsedTimer clock_;  // the wall clock that virtual time follows, from the first show
+  Pace pace_;            // virtual time kept to clock_, standing still under a message box
+  bool shown_;           // f.Visible as last acted on
   bool linksShown_;
   bool iconSet_ = false;              // the program's icon, set after the first frame
   bool everyControlTouched_ = false;  // a tick since the last refresh may have changed anything
