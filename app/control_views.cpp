@@ -24,27 +24,20 @@ bool coversItsRect(const std::string& image) {
 
 }  // namespace
 
-// ---- PictureView -------------------------------------------------------------------------
+// ---- PictureDrawing ----------------------------------------------------------------------
 
-PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget* parent)
-    : QWidget(parent),
-      picture_(picture),
-      number_(number),
-      opensLeft_(goalMouth(picture.name) == Mouth::OpensLeft) {
-  setObjectName(QString::fromStdString(picture.name));
-  // Pictures never fill a system background: what is not drawn shows what lies behind.
-  setAttribute(Qt::WA_NoSystemBackground);
+PictureDrawing::PictureDrawing(const Picture& picture, const TextBox* number)
+    : picture_(picture), number_(number), opensLeft_(goalMouth(picture.name) == Mouth::OpensLeft) {
   refresh();
 }
 
-void PictureView::refresh() {
-  // This runs for every picture after every tick: compare the model's own values first.
+bool PictureDrawing::refresh() {
   Shown now{picture_.Image, picture_.BackColor, {}};
   if (number_ != nullptr)
     now.number = {number_->Text,   number_->ForeColor.rgb, number_->BackColor.rgb,
                   number_->Left,   number_->Top,           number_->Width,
                   number_->Height, picture_.Width,         picture_.Height};
-  if (taken_ && now == shown_) return;
+  if (taken_ && now == shown_) return false;
   taken_ = true;
   shown_ = now;
 
@@ -63,39 +56,53 @@ void PictureView::refresh() {
   const bool same = key == key_ && look.back == look_.back && look.number == look_.number &&
                     look.numberInk == look_.numberInk && look.numberBack == look_.numberBack &&
                     look.numberBox == look_.numberBox;
-  if (same) return;
-  setAttribute(Qt::WA_OpaquePaintEvent, coversItsRect(picture_.Image));
+  if (same) return false;
   key_ = key;
   look_ = look;
   drawn_ = QPixmap();
+  return true;
+}
+
+bool PictureDrawing::coversItsRect() const {
+  return quorvel::coversItsRect(picture_.Image);
+}
+
+const QPixmap& PictureDrawing::at(QSize size, qreal ratio) {
+  if (!drawn_.isNull() && drawn_.devicePixelRatio() == ratio && drawnSize_ == size) return drawn_;
+  drawnSize_ = size;
+  // A walking player only moves: the pitch under it is copied, not redrawn.
+  if (key_ == kPlayer) {
+    drawn_ = drawnPlayer(size, ratio, look_);
+    return drawn_;
+  }
+  drawn_ = QPixmap(size * ratio);
+  drawn_.setDevicePixelRatio(ratio);
+  drawn_.fill(Qt::transparent);
+  QPainter onto(&drawn_);
+  drawPicture(onto, key_, QRectF(QPointF(), QSizeF(size)), look_);
+  return drawn_;
+}
+
+// ---- PictureView -------------------------------------------------------------------------
+
+PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget* parent)
+    : QWidget(parent), drawing_(picture, number) {
+  setObjectName(QString::fromStdString(picture.name));
+  // Pictures never fill a system background: what is not drawn shows what lies behind.
+  setAttribute(Qt::WA_NoSystemBackground);
+  setAttribute(Qt::WA_OpaquePaintEvent, drawing_.coversItsRect());
+}
+
+void PictureView::refresh() {
+  if (!drawing_.refresh()) return;
+  setAttribute(Qt::WA_OpaquePaintEvent, drawing_.coversItsRect());
   update();
 }
 
-void PictureView::resizeEvent(QResizeEvent* e) {
-  drawn_ = QPixmap();
-  QWidget::resizeEvent(e);
-}
-
 void PictureView::paintEvent(QPaintEvent*) {
-  // Drawn once per look and size: a walking player only moves, so the pitch under it is
-  // copied, not redrawn.
-  const qreal ratio = devicePixelRatioF();
-  if (key_ == kPlayer && (drawn_.isNull() || drawn_.devicePixelRatio() != ratio)) {
-    drawn_ = drawnPlayer(size(), ratio, look_);
-  } else if (drawn_.isNull() || drawn_.devicePixelRatio() != ratio) {
-    drawn_ = QPixmap(size() * ratio);
-    drawn_.setDevicePixelRatio(ratio);
-    drawn_.fill(Qt::transparent);
-    QPainter onto(&drawn_);
-    draw(onto);
-  }
   QPainter p(this);
-  p.drawPixmap(0, 0, drawn_);
+  p.drawPixmap(0, 0, drawing_.at(size(), devicePixelRatioF()));
   if (hasFocus()) drawFocusFrame(p, rect());
-}
-
-void PictureView::draw(QPainter& p) const {
-  drawPicture(p, key_, rect(), look_);
 }
 
 void ClickTracker::press(QMouseEvent* e) {

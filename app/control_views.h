@@ -32,8 +32,46 @@ class ClickTracker {
   bool pressed_ = false;
 };
 
-// A picture control. `number` is the shirt-number box a player picture holds, painted as part
-// of the piece.
+// What a picture control shows, drawn once per look and size. The model's values are compared
+// before anything is converted, so that asking after every tick costs little. `number` is the
+// shirt-number box a player picture holds, drawn as part of the piece.
+class PictureDrawing {
+ public:
+  PictureDrawing(const Picture& picture, const TextBox* number);
+
+  // Takes over what the model shows now; true when the picture looks different.
+  bool refresh();
+  // The picture at `size` logical pixels and device pixel ratio `ratio`, drawn again only when
+  // the look, the size or the ratio changed.
+  const QPixmap& at(QSize size, qreal ratio);
+  // Every pixel of its rectangle is covered: nothing under it need be painted.
+  bool coversItsRect() const;
+  const QString& key() const { return key_; }
+
+ private:
+  const Picture& picture_;
+  const TextBox* number_;
+  const bool opensLeft_;  // a goal picture: which way its mouth faces
+  // The model's values last taken over.
+  struct Shown {
+    std::string image;
+    Colour back;
+    struct Number {
+      std::string text;
+      std::uint32_t ink = 0, back = 0;
+      double left = 0, top = 0, width = 0, height = 0, pictureWidth = 0, pictureHeight = 0;
+      bool operator==(const Number&) const = default;
+    } number;
+    bool operator==(const Shown&) const = default;
+  } shown_;
+  bool taken_ = false;
+  QString key_;
+  PictureLook look_;
+  QPixmap drawn_;    // the picture at the last size and pixel ratio; empty when stale
+  QSize drawnSize_;  // ... that size, in logical pixels
+};
+
+// A picture control, painted from its PictureDrawing.
 class PictureView : public QWidget {
   Q_OBJECT
  public:
@@ -53,7 +91,6 @@ class PictureView : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent*) override;
-  void resizeEvent(QResizeEvent* e) override;
   void mousePressEvent(QMouseEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
   void keyPressEvent(QKeyEvent* e) override;
@@ -61,26 +98,7 @@ class PictureView : public QWidget {
   void focusOutEvent(QFocusEvent* e) override;
 
  private:
-  void draw(QPainter& p) const;
-  const Picture& picture_;
-  const TextBox* number_;
-  const bool opensLeft_;  // a goal picture: which way its mouth faces
-  // The model's values last taken over, compared before anything is converted.
-  struct Shown {
-    std::string image;
-    Colour back;
-    struct Number {
-      std::string text;
-      std::uint32_t ink = 0, back = 0;
-      double left = 0, top = 0, width = 0, height = 0, pictureWidth = 0, pictureHeight = 0;
-      bool operator==(const Number&) const = default;
-    } number;
-    bool operator==(const Shown&) const = default;
-  } shown_;
-  bool taken_ = false;
-  QString key_;
-  PictureLook look_;
-  QPixmap drawn_;  // the picture at the current size and pixel ratio; empty when stale
+  PictureDrawing drawing_;
   ClickTracker click_;
   bool clickable_ = false;
 };

@@ -5,6 +5,7 @@
 #include <QFontMetricsF>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
@@ -84,11 +85,9 @@ bool personsFocus(Qt::FocusReason reason) {
 
 // A control, its widget, and what was last copied from the one to the other.
 struct FormWindow::Binding {
-  Binding(Control& control, QWidget* widget, const TextBox* n, Motion m)
-      : c(control), w(widget), number(n), motion(m) {}
+  Binding(Control& control, QWidget* widget, Motion m) : c(control), w(widget), motion(m) {}
   Control& c;
   QWidget* w;
-  const TextBox* number;
   Motion motion;
   bool fresh = true;
   bool touched = false;  // listed in touched_
@@ -124,14 +123,14 @@ QSize FormWindow::naturalSize() const {
                static_cast<int>(std::lround(height_ / kTwipsPerPixel)));
 }
 
-QWidget* FormWindow::makeWidget(Control& c, const TextBox* number, QWidget* parent) {
+QWidget* FormWindow::makeWidget(Control& c, QWidget* parent) {
   auto clicks = [this, &c](auto* widget, auto signal) {
     connect(widget, signal, this, [this, &c] { forward(c); });
     return widget;
   };
   switch (c.kind) {
     case Kind::Picture:
-      return clicks(new PictureView(static_cast<Picture&>(c), number, parent),
+      return clicks(new PictureView(static_cast<Picture&>(c), nullptr, parent),
                     &PictureView::clicked);
     case Kind::CommandButton: {
       auto& button = static_cast<CommandButton&>(c);
@@ -192,21 +191,20 @@ QWidget* FormWindow::makeScrollBar(ScrollBar& bar, QWidget* parent) {
   return s;
 }
 
-QWidget* FormWindow::bind(Control& c, const TextBox* number, Motion motion) {
+QWidget* FormWindow::bind(Control& c, Motion motion) {
   QWidget* parent = this;
   if (c.parent != nullptr) {
     auto it = byName_.find(c.parent->name);
     if (it != byName_.end()) parent = it->second;
   }
-  QWidget* w = makeWidget(c, number, parent);
+  QWidget* w = makeWidget(c, parent);
   w->setObjectName(qs(c.name));
   w->setStyle(style_.get());
   w->installEventFilter(this);
-  bindings_.push_back(std::make_unique<Binding>(c, w, number, motion));
+  bindings_.push_back(std::make_unique<Binding>(c, w, motion));
   byName_[c.name] = w;
   Binding& b = *bindings_.back();
   byControl_[&c] = &b;
-  if (number != nullptr) byControl_[number] = &b;
   b.pictureButton = qobject_cast<PictureButton*>(w) != nullptr;
   makeAccessible(b);
   applyFont(b);
@@ -214,6 +212,16 @@ QWidget* FormWindow::bind(Control& c, const TextBox* number, Motion motion) {
   sync(b);
   syncing_ = false;
   return w;
+}
+
+void FormWindow::bindPiece(Picture& p, const TextBox* number) {
+  if (pieces_ == nullptr) {
+    pieces_ =
+        new PiecesView([this](const Control& c) { return pixelRect(c, Motion::Moves); }, this);
+    pieces_->setGeometry(rect());
+  }
+  pieceControls_.insert(&p);
+  pieces_->add(p, number);
 }
 
 double FormWindow::legibleScale() const {
@@ -240,8 +248,12 @@ void FormWindow::nameForAssistiveTech(Binding& b) {
 
 QString FormWindow::accessibleNameOf(const QWidget* w) const {
   for (const auto& b : bindings_)
-    if (b->w == w) return qs(quorvel::accessibleName(f_, b->c));
+    if (b->w == w) return accessibleNameOf(b->c);
   return {};
+}
+
+QString FormWindow::accessibleNameOf(const Control& c) const {
+  return qs(quorvel::accessibleName(f_, c));
 }
 
 QWidget* FormWindow::widgetFor(const std::string& name) const {
@@ -255,7 +267,24 @@ void FormWindow::forward(Control& c) {
   emit handled();
 }
 
+bool FormWindow::onAPieceAbove(QObject* watched, QEvent* e) const {
+  const auto type = e->type();
+  if (pieces_ == nullptr ||
+      (type != QEvent::MouseButtonPress && type != QEvent::MouseButtonRelease &&
+       type != QEvent::MouseButtonDblClick))
+    return false;
+  // Only what is stacked under the layer (the pitch, the goals, a banner under the pitch).
+  const QObjectList& stack = children();
+  const auto under = std::find(stack.begin(), stack.end(), watched);
+  if (under == stack.end() || std::find(under, stack.end(), pieces_) == stack.end()) return false;
+  const auto* widget = static_cast<QWidget*>(watched);
+  const QPoint at = widget->mapTo(this, static_cast<QMouseEvent*>(e)->position().toPoint());
+  return pieces_->pieceAt(at) >= 0;
+}
+
 bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
+  // A piece is a picture of its own: a click on it reaches nothing under it.
+  if (onAPieceAbove(watched, e)) return true;
   if (e->type() == QEvent::FocusIn && !syncing_) {
     const auto reason = static_cast<QFocusEvent*>(e)->reason();
     if (personsFocus(reason)) {
@@ -269,12 +298,14 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
 void FormWindow::syncFromModel() {
   syncing_ = true;
   for (auto& b : bindings_) sync(*b);
+  if (pieces_ != nullptr) pieces_->syncAll();
   for (Binding* b : touched_) b->touched = false;
   touched_.clear();
   syncing_ = false;
 }
 
 void FormWindow::touch(const Control& c) {
+  if (pieces_ != nullptr && pieces_->touch(c)) return;
   auto it = byControl_.find(&c);
   if (it == byControl_.end() || it->second->touched) return;
   it->second->touched = true;
@@ -288,6 +319,7 @@ void FormWindow::syncTouched() {
     sync(*b);
   }
   touched_.clear();
+  if (pieces_ != nullptr) pieces_->syncTouched();
   syncing_ = false;
 }
 
@@ -409,14 +441,20 @@ QRectF FormWindow::formArea() const {
 }
 
 QRect FormWindow::pixelRect(const Control& c) const {
-  auto absolute = [this](const Control& k) {
+  auto it = byControl_.find(&c);
+  const bool moves = pieceControls_.count(&c) != 0 ||
+                     (it != byControl_.end() && it->second->motion == Motion::Moves);
+  return pixelRect(c, moves ? Motion::Moves : Motion::Fixed);
+}
+
+QRect FormWindow::pixelRect(const Control& c, Motion motion) const {
+  auto absolute = [this, &c, motion](const Control& k) {
     double left = k.Left, top = k.Top;
     for (const Control* p = k.parent; p != nullptr; p = p->parent) left += p->Left, top += p->Top;
     const double s = scale_ / kTwipsPerPixel;
     const int x0 = static_cast<int>(std::lround(origin_.x() + left * s));
     const int y0 = static_cast<int>(std::lround(origin_.y() + top * s));
-    auto it = byControl_.find(&k);
-    if (it != byControl_.end() && it->second->motion == Motion::Moves)
+    if (&k == &c && motion == Motion::Moves)
       return QRect(x0, y0, static_cast<int>(std::lround(k.Width * s)),
                    static_cast<int>(std::lround(k.Height * s)));
     const int x1 = static_cast<int>(std::lround(origin_.x() + (left + k.Width) * s));
@@ -461,6 +499,10 @@ void FormWindow::relayout() {
     place(*b);
     applyFont(*b);
     b->w->update();
+  }
+  if (pieces_ != nullptr) {
+    pieces_->setGeometry(rect());
+    pieces_->relayout();
   }
 }
 

@@ -8,10 +8,12 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "control_views.h"
 #include "match/match_form.h"
+#include "pieces_view.h"
 
 namespace quorvel {
 
@@ -29,8 +31,12 @@ class FormWindow : public QWidget {
   // picture drawn at that size) stays the same wherever it stands.
   enum class Motion { Fixed, Moves };
 
-  // Creates the widget that shows `c`. A player picture paints its shirt-number box `number`.
-  QWidget* bind(Control& c, const TextBox* number = nullptr, Motion motion = Motion::Fixed);
+  // Creates the widget that shows `c`.
+  QWidget* bind(Control& c, Motion motion = Motion::Fixed);
+  // Shows picture `p`, which the rules move many times a second, on the layer of pieces
+  // (pieces_view.h) on top of the pieces bound before; the layer stands over every control
+  // bound before the first piece. A player picture paints its shirt-number box `number`.
+  void bindPiece(Picture& p, const TextBox* number);
 
   // Copies every change of the model onto the widgets. Focus moves that Qt makes on its own
   // while widgets are hidden or disabled here are not taken for the person's.
@@ -41,6 +47,8 @@ class FormWindow : public QWidget {
   void syncTouched();
 
   QWidget* widgetFor(const std::string& name) const;
+  // The layer the pieces are painted on; null before the first piece is bound.
+  const PiecesView* pieces() const { return pieces_; }
   double scale() const { return scale_; }
   // Where control `c` appears, in this window's pixels.
   QRect pixelRect(const Control& c) const;
@@ -49,8 +57,9 @@ class FormWindow : public QWidget {
   QSize naturalSize() const;  // the size at scale 1
   // The smallest scale at which every text of the bound widgets is still legible.
   double legibleScale() const;
-  // What assistive technology calls widget `w`: its control's name in the game's words.
+  // What assistive technology calls widget `w` or control `c`: its name in the game's words.
   QString accessibleNameOf(const QWidget* w) const;
+  QString accessibleNameOf(const Control& c) const;
 
  signals:
   // The person is about to do something that reaches the model.
@@ -67,7 +76,7 @@ class FormWindow : public QWidget {
 
  private:
   struct Binding;
-  QWidget* makeWidget(Control& c, const TextBox* number, QWidget* parent);
+  QWidget* makeWidget(Control& c, QWidget* parent);
   QWidget* makeTextView(TextBox& box, QWidget* parent);
   QWidget* makeScrollBar(ScrollBar& bar, QWidget* parent);
   void sync(Binding& b);
@@ -86,6 +95,9 @@ class FormWindow : public QWidget {
   void applyFont(Binding& b);
   void relayout();
   void forward(Control& c);
+  QRect pixelRect(const Control& c, Motion motion) const;
+  // A mouse event on `watched` that lands on a piece painted over it: the piece takes it.
+  bool onAPieceAbove(QObject* watched, QEvent* e) const;
 
   double width_, height_;  // twips
   double scale_ = 1;
@@ -95,6 +107,8 @@ class FormWindow : public QWidget {
   std::map<std::string, QWidget*> byName_;
   std::unordered_map<const Control*, Binding*> byControl_;
   std::vector<Binding*> touched_;
+  PiecesView* pieces_ = nullptr;                      // owned as a child widget
+  std::unordered_set<const Control*> pieceControls_;  // the pictures on it
   bool syncing_ = false;
 };
 

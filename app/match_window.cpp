@@ -39,12 +39,13 @@ MatchWindow::MatchWindow(MatchForm& f)
     if (c.kind == Kind::Frame || f_.LinksForm.holds(c)) return;
     if (indexIn(f_.Tnum, c) >= 0) return;  // painted as part of its player
     if (indexIn(f_.Di, c) >= 0) return;    // a store of faces, never shown
-    const int player = indexIn(f_.Player, c);
-    // What the rules move about: the players, the ball, the flags and the banners.
-    const bool moves =
-        player >= 0 || &c == &f_.Ball || indexIn(f_.CDdest, c) >= 0 || indexIn(f_.Banner, c) >= 0;
-    QWidget* w =
-        bind(c, player >= 0 ? &f_.Tnum[player] : nullptr, moves ? Motion::Moves : Motion::Fixed);
+    // The players and the ball move many times a second: they are painted, not widgets.
+    if (const int player = indexIn(f_.Player, c); player >= 0)
+      return bindPiece(f_.Player[player], &f_.Tnum[player]);
+    if (&c == &f_.Ball) return bindPiece(f_.Ball, nullptr);
+    // What else the rules move about: the flags and the banners.
+    const bool moves = indexIn(f_.CDdest, c) >= 0 || indexIn(f_.Banner, c) >= 0;
+    QWidget* w = bind(c, moves ? Motion::Moves : Motion::Fixed);
     if (indexIn(f_.Banner, c) >= 0 || indexIn(f_.RainB, c) >= 0)
       w->setCursor(Qt::PointingHandCursor);
   });

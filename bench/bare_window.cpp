@@ -6,6 +6,8 @@
 //   quorvel_bare_window --rest SECONDS          prints its wake-ups and processor at rest
 //   quorvel_bare_window --phases SECONDS SCALE  the walk of 22 players, then the ball idling for
 //                                               SECONDS, then six kicks' flights, at SCALE
+//   quorvel_bare_window --count SCALE           the same with no clock, 200 ticks of idling:
+//                                               what callgrind counts (bench/window_count.sh)
 #include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
@@ -18,6 +20,7 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "match/pitch.h"
 #include "pictures.h"
@@ -108,7 +111,8 @@ class Pitch : public QWidget {
 // The phases, each driven by one 15 ms timer, as the game's are.
 class Phases {
  public:
-  Phases(Pitch& w, int seconds) : w_(w), seconds_(seconds) {
+  // `seconds` of idling; 0: counted, with no clock.
+  Phases(Pitch& w, int seconds) : w_(w), seconds_(seconds), counted_(seconds == 0) {
     tick_.setTimerType(Qt::PreciseTimer);
     tick_.setInterval(kTickMs);
     QObject::connect(&tick_, &QTimer::timeout, [this] { step_(); });
@@ -146,7 +150,7 @@ class Phases {
           return walking;
         },
         [this, a] {
-          quorvel::probe::report("the walk after Start", a, quorvel::probe::usage());
+          report("the walk after Start", a, quorvel::probe::usage());
           idle();
         });
   }
@@ -156,7 +160,7 @@ class Phases {
     const QPointF owner = w_.at(9);
     w_.move(0, owner + QPointF(270, 270));
     const Usage a = quorvel::probe::usage();
-    int ticks = seconds_ * 1000 / kTickMs;
+    int ticks = counted_ ? kCountedIdleTicks : seconds_ * 1000 / kTickMs;
     run(
         [this, owner, ticks]() mutable {
           QPointF b = w_.at(0);
@@ -168,16 +172,23 @@ class Phases {
           return --ticks > 0;
         },
         [this, a] {
-          quorvel::probe::report("ball idling", a, quorvel::probe::usage());
+          report("ball idling", a, quorvel::probe::usage());
           kicks(kKicks, Usage{}, 0);
         });
   }
 
   // The ball flies 60 ticks to a square while the receiver runs to meet it.
   void kicks(int left, Usage sum, double seconds) {
+    if (left == 0 && counted_) {
+      int flights = 0;  // the walk, the idling, then each kick
+      for (std::size_t i = 2; i < ticks_.size(); ++i) flights += ticks_[i];
+      std::printf("ticks walk %d idle %d flights %d\n", ticks_[0], ticks_[1], flights);
+      QCoreApplication::quit();
+      return;
+    }
     if (left == 0) {
-      quorvel::probe::report("during kicks' flights", Usage{0, 0, 0},
-                             Usage{sum.wakeUps, sum.cpuMs, seconds * 1000});
+      report("during kicks' flights", Usage{0, 0, 0},
+             Usage{sum.wakeUps, sum.cpuMs, seconds * 1000});
       std::printf("resident MB %.1f\n", quorvel::probe::residentMb());
       QCoreApplication::quit();
       return;
@@ -204,8 +215,17 @@ class Phases {
     });
   }
 
+  void report(const char* what, const Usage& a, const Usage& b) const {
+    if (!counted_) quorvel::probe::report(what, a, b);
+  }
+
   // Runs `step` every tick while it returns true, then `then`.
   void run(std::function<bool()> step, std::function<void()> then) {
+    if (counted_) {
+      ticks_.push_back(quorvel::probe::countedPhase(step));
+      QTimer::singleShot(0, then);
+      return;
+    }
     step_ = [this, step, then] {
       if (step()) return;
       tick_.stop();
@@ -218,8 +238,11 @@ class Phases {
   double speed() { return (1 + below(3)) * 5.0; }
 
   static constexpr double kStep = quorvel::kStepTwips;
+  static constexpr int kCountedIdleTicks = 200;
   Pitch& w_;
   int seconds_;
+  bool counted_;
+  std::vector<int> ticks_;  // of each counted phase so far
   QTimer tick_;
   std::function<void()> step_;
   std::mt19937 rng_{1};
@@ -234,7 +257,9 @@ int main(int argc, char** argv) {
   const double appReady = quorvel::probe::epochMs();
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   const std::string mode = argc >= 2 ? argv[1] : "";
-  const double scale = mode == "--phases" && argc == 4 ? std::stod(argv[3]) : 1;
+  const double scale = mode == "--phases" && argc == 4  ? std::stod(argv[3])
+                       : mode == "--count" && argc == 3 ? std::stod(argv[2])
+                                                        : 1;
   Pitch w(scale);
   long long ticks = 0;
   QTimer timer;
@@ -255,11 +280,13 @@ int main(int argc, char** argv) {
         QCoreApplication::quit();
       });
     });
-  } else if (mode == "--phases" && argc == 4) {
+  } else if ((mode == "--phases" && argc == 4) || (mode == "--count" && argc == 3)) {
     phases.start();
   } else {
-    std::fprintf(stderr, "usage: %s --first-paint NS | --rest SECONDS | --phases SECONDS SCALE\n",
-                 argv[0]);
+    std::fprintf(
+        stderr,
+        "usage: %s --first-paint NS | --rest SECONDS | --phases SECONDS SCALE | --count SCALE\n",
+        argv[0]);
     return 2;
   }
   w.show();

@@ -7,6 +7,9 @@
 //                                          for SECONDS, six kicks' flights, the resident memory
 //   quorvel_window_bench --pace            wall time against virtual time of the walk after
 //                                          Start and of ten kicks' flights
+//   quorvel_window_bench --count SCALE     the same phases as --phases with no clock: each tick
+//                                          is painted before the next, so that callgrind counts
+//                                          the same work in every run (bench/window_count.sh)
 #include <QAbstractButton>
 #include <QApplication>
 #include <QStyleFactory>
@@ -72,6 +75,42 @@ class Run {
     });
   }
 
+  // --count: the walk, 200 ticks of the ball idling and six kicks, each inside countedPhase(),
+  // which is what callgrind counts; prints each phase's ticks.
+  void count() {
+    while (!w_.windowHandle()->isExposed()) QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    press("CDgo");
+    const int walk = probe::countedPhase([this] {
+      w_.pump(15);
+      return f_.TimPlace.Enabled();
+    });
+    waitTicks([this] { return still(); });
+    int idle = 200;
+    probe::countedPhase([this, &idle] {
+      w_.pump(15);
+      return --idle > 0;
+    });
+    int flights = 0;
+    for (int kick = 0; kick < kPhaseKicks; ++kick) {
+      waitTicks([this] { return still(); });
+      press("Cdice");
+      QCoreApplication::processEvents();
+      if (firstFlag() < 0) continue;  // automatic play took it
+      bool clicked = false;
+      flights += probe::countedPhase([this, &clicked] {
+        if (!clicked) {
+          clicked = true;
+          press(f_.CDdest[firstFlag()].name);
+          return true;
+        }
+        w_.pump(15);
+        return f_.KickFlag != -1;
+      });
+    }
+    std::printf("ticks walk %d idle 200 flights %d\n", walk, flights);
+  }
+
   // --pace: polled every millisecond, so that the moment a walk or a flight ends is seen.
   void pace() {
     later(1000, [this] {
@@ -93,14 +132,26 @@ class Run {
     static_cast<QAbstractButton*>(w_.widgetFor(name))->click();
   }
 
+  // The first flag offered by the die, or -1.
+  int firstFlag() const {
+    for (int d = 0; d < 8; ++d)
+      if (f_.CDdest[d].Visible) return d;
+    return -1;
+  }
+
   // A flag offered by the die, clicked; false when none is offered.
   bool kickAnywhere() {
-    for (int d = 0; d < 8; ++d)
-      if (f_.CDdest[d].Visible) {
-        press(f_.CDdest[d].name);
-        return true;
-      }
-    return false;
+    const int d = firstFlag();
+    if (d >= 0) press(f_.CDdest[d].name);
+    return d >= 0;
+  }
+
+  // Ticks, each painted, until `done` (outside what is counted).
+  void waitTicks(const std::function<bool()>& done) {
+    while (!done()) {
+      w_.pump(15);
+      QCoreApplication::processEvents();
+    }
   }
 
   bool still() const {
@@ -186,19 +237,25 @@ int main(int argc, char** argv) {
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
 
   const double appReady = quorvel::probe::epochMs();
-  auto form = quorvel::newMatchForm(std::random_device{}());
+  const std::string mode = argc >= 2 ? argv[1] : "";
+  // Counted runs play the same match every time.
+  auto form = quorvel::newMatchForm(mode == "--count" ? 1 : std::random_device{}());
   const double formReady = quorvel::probe::epochMs();
   quorvel::MatchWindow window(*form);
   const double windowReady = quorvel::probe::epochMs();
   quorvel::Run run(window, *form);
-  const std::string mode = argc >= 2 ? argv[1] : "";
   if (mode == "--first-paint" && argc == 3)
     quorvel::probe::quitAfterFirstPaint(window, std::stoll(argv[2]));
   else if (mode == "--rest" && argc == 3)
     run.rest(std::stoi(argv[2]));
   else if (mode == "--pace")
     run.pace();
-  else if (mode == "--phases" && argc == 4) {
+  else if (mode == "--count" && argc == 3) {
+    window.resize(window.naturalSize() * std::stod(argv[2]));
+    window.show();
+    run.count();
+    return 0;
+  } else if (mode == "--phases" && argc == 4) {
     // The size the floor takes at this scale; the screen must hold it.
     window.resize(window.naturalSize() * std::stod(argv[3]));
     run.phases(std::stoi(argv[2]));

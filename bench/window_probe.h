@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <string>
 
 namespace quorvel::probe {
@@ -54,6 +55,17 @@ inline void report(const char* what, const Usage& a, const Usage& b) {
   std::printf("%-22s %7.1f wake-ups/s  %5.2f %% CPU  over %.1f s\n", what,
               (b.wakeUps - a.wakeUps) / seconds, (b.cpuMs - a.cpuMs) / 10 / seconds, seconds);
   std::fflush(stdout);
+}
+
+// Runs `step` and paints what it changed, again while it returns true; returns how many steps
+// ran. What callgrind counts of a phase (bench/window_count.sh: --toggle-collect).
+__attribute__((noinline)) inline int countedPhase(const std::function<bool()>& step) {
+  int steps = 0;
+  for (bool more = true; more; ++steps) {
+    more = step();
+    QCoreApplication::processEvents();
+  }
+  return steps;
 }
 
 // Milliseconds since the Unix epoch, as `date +%s%N` gives them in nanoseconds.

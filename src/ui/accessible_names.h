@@ -22,6 +22,9 @@ std::string flagName(const MatchForm& f, int d);
 // "Rovers number 7" for player 1..22, by the name its team plays under now.
 std::string playerName(const MatchForm& f, int player);
 
+// What holds the players and the ball, where a view groups them.
+inline constexpr std::string_view kPiecesName = "Players and ball";
+
 // The name control `c` reports to assistive technology: its caption where its caption says
 // what it is, else what it is and, for a picture, what it shows now. Empty for a control that
 // shows nothing and cannot be used (a blank box).

@@ -43,6 +43,13 @@ struct Game {
   T* widget(const std::string& name) {
     return qobject_cast<T*>(w->widgetFor(name));
   }
+  // Where piece `c` (a player, the ball) is painted, and whether it is.
+  QRect pieceRect(const Control& c) const {
+    const PiecesView* layer = w->pieces();
+    for (int i = 0; i < layer->count(); ++i)
+      if (&layer->picture(i) == &c) return layer->shown(i) ? layer->rectOf(i) : QRect();
+    return {};
+  }
   QString focusName() const {
     return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
   }
@@ -105,6 +112,10 @@ class WindowTest : public QObject {
       if (c.name.rfind("LinksForm.", 0) == 0 || c.name.rfind("Tnum(", 0) == 0 ||
           c.name.rfind("Di(", 0) == 0)
         return;
+      if (indexIn(g.f->Player, c) >= 0 || &c == &g.f->Ball) {  // painted on the layer
+        QCOMPARE(g.pieceRect(c).isValid(), shownInModel(c));
+        return;
+      }
       QWidget* w = g.w->widgetFor(c.name);
       QVERIFY2(w != nullptr, c.name.c_str());
       QCOMPARE(w->isVisible(), shownInModel(c));
@@ -113,7 +124,7 @@ class WindowTest : public QObject {
     });
     QVERIFY(shown > 50);
     // Pieces on the pitch stand exactly where their twips say; in a frame, at the frame's own.
-    QCOMPARE(g.widget("Player(5)")->geometry(), atScaleOne(g.f->Player[5]));
+    QCOMPARE(g.pieceRect(g.f->Player[5]), atScaleOne(g.f->Player[5]));
     QCOMPARE(g.widget("OPForm(0)")->parentWidget(), g.widget("Fra1"));
 
     // The model's changes show, once a tick that may change what is on show has run.
@@ -138,7 +149,7 @@ class WindowTest : public QObject {
     QVERIFY(!g.widget("OPForm(13)")->isVisible());  // a hidden frame hides what it holds
     QVERIFY(!g.widget("Vai")->isEnabled());         // a disabled one disables it
     QVERIFY(!g.widget("Cdice")->isEnabled());
-    QCOMPARE(g.widget("Ball")->geometry(), atScaleOne(g.f->Ball));
+    QCOMPARE(g.pieceRect(g.f->Ball), atScaleOne(g.f->Ball));
     QCOMPARE(g.w->focusWidget(), g.widget("CDhelp"));
     QCOMPARE(g.w->grab().toImage().pixelColor(2, g.w->height() - 2), QColor(200, 10, 10));
 
@@ -150,7 +161,7 @@ class WindowTest : public QObject {
     g.w->refresh();
     QVERIFY(g.widget("Cdice")->grab().toImage() != blank);
     QCOMPARE(g.widget("RainB(0)")->grab().toImage().pixelColor(4, 4), QColor(0, 126, 0));
-    const QColor shirt = g.widget("Player(2)")->grab().toImage().pixelColor(14, 40);
+    const QColor shirt = g.w->grab(g.pieceRect(g.f->Player[2])).toImage().pixelColor(14, 40);
     QVERIFY2(qAbs(shirt.green() - 126) < 30 && shirt.red() < 30 && shirt.blue() < 30,
              qPrintable(shirt.name()));
     // The icon is quorvel.svg, built into the program: a resource left out draws nothing.
@@ -176,10 +187,19 @@ class WindowTest : public QObject {
     g.walk();
     QVERIFY(!g.widget("CDgo")->isEnabled());
     QCOMPARE(g.w->focusWidget(), g.widget("cdr"));  // as the model says
-    QCOMPARE(g.widget("Player(9)")->geometry(), atScaleOne(g.f->Player[9]));
-    // The banner has come up beside the pitch and opens its page.
+    QCOMPARE(g.pieceRect(g.f->Player[9]), atScaleOne(g.f->Player[9]));
+    // The banner has come up beside the pitch and opens its page, but not through a player
+    // standing on it.
     QCOMPARE(g.w->childAt(title->geometry().center()), title);
-    QTest::mouseClick(title, Qt::LeftButton);
+    Picture& keeper = g.f->Player[1];
+    const double keeperLeft = keeper.Left, keeperTop = keeper.Top;
+    keeper.Left = g.f->Banner[0].Left, keeper.Top = g.f->Banner[0].Top;
+    g.w->refresh();
+    QTest::mouseClick(title, Qt::LeftButton, {}, QPoint(5, 5));
+    QVERIFY(opened.empty());
+    keeper.Left = keeperLeft, keeper.Top = keeperTop;
+    g.w->refresh();
+    QTest::mouseClick(title, Qt::LeftButton, {}, QPoint(5, 5));
     QCOMPARE(opened, g.f->LastPage);
     QVERIFY(!opened.empty());
 
@@ -304,17 +324,16 @@ class WindowTest : public QObject {
     g.f->Rnd.force({0.0, 0.0});
     QTest::mouseClick(g.widget("CDgo"), Qt::LeftButton);
     int moves = 0;  // the ball's moves seen on screen: the walk, then idling at its owner's feet
-    QPoint last = g.widget("Ball")->pos();
+    QPoint last = g.pieceRect(g.f->Ball).topLeft();
     for (int tick = 0; tick < 4000 && (g.f->TimPlace.Enabled() || tick < 3000); ++tick) {
       g.w->pump(15);
-      for (int i = 1; i <= 22; ++i)
-        QCOMPARE(g.widget("Player(" + std::to_string(i) + ")")->size(), player);
-      QCOMPARE(g.widget("Ball")->size(), ball);
-      moves += g.widget("Ball")->pos() != last;
-      last = g.widget("Ball")->pos();
+      for (int i = 1; i <= 22; ++i) QCOMPARE(g.pieceRect(g.f->Player[i]).size(), player);
+      QCOMPARE(g.pieceRect(g.f->Ball).size(), ball);
+      moves += g.pieceRect(g.f->Ball).topLeft() != last;
+      last = g.pieceRect(g.f->Ball).topLeft();
     }
     QVERIFY(moves > 50);
-    QCOMPARE(g.widget("Ball")->geometry(), g.w->pixelRect(g.f->Ball));
+    QCOMPARE(g.pieceRect(g.f->Ball), g.w->pixelRect(g.f->Ball));
   }
 
   void aTickThatChangesNothingOnShowRepaintsNothing() {
@@ -371,7 +390,8 @@ class WindowTest : public QObject {
       QAccessibleInterface* a = all[i];
       for (int k = 0; k < a->childCount(); ++k) all << a->child(k);
       const QAccessible::State state = a->state();
-      const QString what = a->object()->objectName() + " " + a->text(QAccessible::Name);
+      const QString what =
+          (a->object() ? a->object()->objectName() : QString()) + " " + a->text(QAccessible::Name);
       if (i == 0 || state.invisible || state.disabled) continue;
       // A read-only box that shows nothing is no control (it holds a colour the panel uses).
       if (state.readOnly && a->role() == QAccessible::EditableText &&
@@ -383,6 +403,18 @@ class WindowTest : public QObject {
       ++named;
     }
     QVERIFY2(named > 80, qPrintable(QString::number(named) + " of " + QString::number(all.size())));
+    // The pieces painted on one layer are in the tree too, each where it is painted.
+    const PiecesView& layer = *g.w->pieces();
+    auto* pieces = QAccessible::queryAccessibleInterface(const_cast<PiecesView*>(&layer));
+    QCOMPARE(pieces->childCount(), 24);  // the players 0..22 and the ball
+    QAccessibleInterface* ball = pieces->child(23);
+    QCOMPARE(ball->text(QAccessible::Name), QStringLiteral("Ball"));
+    QCOMPARE(ball->rect(),
+             QRect(layer.mapToGlobal(layer.rectOf(23).topLeft()), layer.rectOf(23).size()));
+    QCOMPARE(pieces->childAt(ball->rect().center().x(), ball->rect().center().y()), ball);
+    QCOMPARE(pieces->child(9)->text(QAccessible::Name),
+             QString::fromStdString(accessibleName(*g.f, g.f->Player[9])));
+    QVERIFY(all.contains(ball) && pieces->child(0)->state().invisible);  // no substitute yet
 
     // Every picture a person can click: a focusable button that can be pressed, named by the
     // game's words.

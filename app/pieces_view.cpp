@@ -1,0 +1,112 @@
+#include "pieces_view.h"
+
+#include <QAccessible>
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace quorvel {
+
+struct PiecesView::Piece {
+  Piece(const Picture& p, const TextBox* n, int i)
+      : picture(p), number(n), index(i), drawing(p, n) {}
+  const Picture& picture;
+  const TextBox* number;
+  int index;  // in pieces_
+  PictureDrawing drawing;
+  // What is on screen: where, and whether it is shown.
+  QRect rect;
+  bool visible = false;
+  bool touched = false;  // listed in touched_
+};
+
+PiecesView::PiecesView(std::function<QRect(const Control&)> place, QWidget* parent)
+    : QWidget(parent), place_(std::move(place)) {
+  setObjectName(QStringLiteral("Pieces"));
+  // Clicks go to what lies under the layer; the window keeps a piece's from reaching it.
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setAttribute(Qt::WA_NoSystemBackground);
+  setFocusPolicy(Qt::NoFocus);
+}
+
+PiecesView::~PiecesView() = default;
+
+void PiecesView::add(const Picture& picture, const TextBox* number) {
+  pieces_.push_back(std::make_unique<Piece>(picture, number, count()));
+  sync(*pieces_.back());
+}
+
+bool PiecesView::touch(const Control& c) {
+  for (auto& p : pieces_) {
+    if (&p->picture != &c && p->number != &c) continue;
+    if (!p->touched) {
+      p->touched = true;
+      touched_.push_back(p.get());
+    }
+    return true;
+  }
+  return false;
+}
+
+void PiecesView::syncTouched() {
+  for (Piece* p : touched_) {
+    p->touched = false;
+    sync(*p);
+  }
+  touched_.clear();
+}
+
+void PiecesView::syncAll() {
+  for (auto& p : pieces_) sync(*p);
+  for (Piece* p : touched_) p->touched = false;
+  touched_.clear();
+}
+
+void PiecesView::relayout() {
+  for (auto& p : pieces_) p->rect = place_(p->picture);
+  update();
+}
+
+void PiecesView::sync(Piece& p) {
+  const QRect rect = place_(p.picture);
+  const bool visible = p.picture.Visible;
+  const bool redrawn = p.drawing.refresh();
+  const bool moved = rect != p.rect;
+  if (!moved && visible == p.visible && !redrawn) return;
+  if (p.visible) update(p.rect);
+  if (visible) update(rect);
+  p.rect = rect;
+  p.visible = visible;
+  if (moved && QAccessible::isActive()) {
+    QAccessibleEvent event(this, QAccessible::LocationChanged);
+    event.setChild(p.index);
+    QAccessible::updateAccessibility(&event);
+  }
+}
+
+const Picture& PiecesView::picture(int i) const {
+  return pieces_.at(static_cast<std::size_t>(i))->picture;
+}
+
+QRect PiecesView::rectOf(int i) const {
+  return pieces_.at(static_cast<std::size_t>(i))->rect;
+}
+
+bool PiecesView::shown(int i) const {
+  return pieces_.at(static_cast<std::size_t>(i))->visible;
+}
+
+int PiecesView::pieceAt(QPoint at) const {
+  for (int i = count() - 1; i >= 0; --i)
+    if (shown(i) && rectOf(i).contains(at)) return i;
+  return -1;
+}
+
+void PiecesView::paintEvent(QPaintEvent* e) {
+  QPainter p(this);
+  const qreal ratio = devicePixelRatioF();
+  for (auto& piece : pieces_)
+    if (piece->visible && e->region().intersects(piece->rect))
+      p.drawPixmap(piece->rect.topLeft(), piece->drawing.at(piece->rect.size(), ratio));
+}
+
+}  // namespace quorvel

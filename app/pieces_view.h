@@ -1,0 +1,55 @@
+// The pictures the rules move many times a second, the players and the ball, painted by one
+// transparent layer over the window rather than by a widget each. A move repaints the two
+// rectangles the piece leaves and enters and moves no widget, so Qt has nothing to work out
+// again about the window's other controls. The layer stands where the pieces' own widgets
+// would: over the pitch and the goals, under the flags and every control bound after it.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "control_views.h"
+
+namespace quorvel {
+
+class PiecesView : public QWidget {
+  Q_OBJECT
+ public:
+  // `place` gives a piece's rectangle in the parent's pixels, which are this layer's too.
+  PiecesView(std::function<QRect(const Control&)> place, QWidget* parent);
+  ~PiecesView() override;
+
+  // A piece on top of those added before it; a player picture paints its shirt-number box.
+  void add(const Picture& picture, const TextBox* number);
+  // Notes that the model may have changed `c` (a piece or its number box); false when `c` is
+  // no piece of this layer.
+  bool touch(const Control& c);
+  // Copies the model's changes of the pieces noted, or of every piece, onto the screen.
+  void syncTouched();
+  void syncAll();
+  // Places every piece again, after the window's scale changed.
+  void relayout();
+
+  int count() const { return static_cast<int>(pieces_.size()); }
+  const Picture& picture(int i) const;
+  // Where piece `i` is painted, in this layer's pixels, and whether it is shown.
+  QRect rectOf(int i) const;
+  bool shown(int i) const;
+  // The topmost piece shown at `p`, or -1.
+  int pieceAt(QPoint p) const;
+
+ protected:
+  void paintEvent(QPaintEvent* e) override;
+
+ private:
+  struct Piece;
+  void sync(Piece& p);
+
+  std::function<QRect(const Control&)> place_;
+  std::vector<std::unique_ptr<Piece>> pieces_;  // bottom to top
+  std::vector<Piece*> touched_;
+};
+
+}  // namespace quorvel
