@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -99,9 +100,10 @@ void PictureView::refresh() {
   update();
 }
 
-void PictureView::paintEvent(QPaintEvent*) {
+void PictureView::paintEvent(QPaintEvent* e) {
   QPainter p(this);
   p.drawPixmap(0, 0, drawing_.at(size(), devicePixelRatioF()));
+  if (paintOver_) paintOver_(p, e->region());
   if (hasFocus()) drawFocusFrame(p, rect());
 }
 

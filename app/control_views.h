@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <QWidget>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "form/controls.h"
@@ -85,6 +86,10 @@ class PictureView : public QWidget {
   void setClickable(bool clickable);
   bool clickable() const { return clickable_; }
   void click() { emit clicked(); }
+  // Paints more over the picture, in the region being painted (the pieces on the pitch).
+  void setPaintOver(std::function<void(QPainter&, const QRegion&)> paint) {
+    paintOver_ = std::move(paint);
+  }
 
  signals:
   void clicked();
@@ -101,6 +106,7 @@ class PictureView : public QWidget {
   PictureDrawing drawing_;
   ClickTracker click_;
   bool clickable_ = false;
+  std::function<void(QPainter&, const QRegion&)> paintOver_;
 };
 
 // A command button that shows a picture (the die, a flag, the web-site button).

@@ -224,6 +224,25 @@ void FormWindow::bindPiece(Picture& p, const TextBox* number) {
   pieces_->add(p, number);
 }
 
+void FormWindow::standPiecesOn(const Picture& ground) {
+  ground_ = qobject_cast<PictureView*>(widgetFor(ground.name));
+  showPiecesOnGround();
+}
+
+void FormWindow::showPiecesOnGround() {
+  if (pieces_ == nullptr || ground_ == nullptr) return;
+  // What is stacked between the ground and the layer hides the ground's pieces under it.
+  std::vector<QRect> hidden;
+  const QObjectList& stack = children();
+  for (auto it = std::find(stack.begin(), stack.end(), ground_) + 1;
+       it != stack.end() && *it != pieces_; ++it)
+    if ((*it)->isWidgetType()) {
+      const QRect r = static_cast<QWidget*>(*it)->geometry() & ground_->geometry();
+      if (!r.isEmpty()) hidden.push_back(r);
+    }
+  pieces_->standOn(ground_, std::move(hidden));
+}
+
 double FormWindow::legibleScale() const {
   double smallest = std::numeric_limits<double>::max();
   for (const auto& b : bindings_) smallest = std::min(smallest, textStyleFor(b->c.name).px);
@@ -503,6 +522,7 @@ void FormWindow::relayout() {
   if (pieces_ != nullptr) {
     pieces_->setGeometry(rect());
     pieces_->relayout();
+    showPiecesOnGround();
   }
 }
 

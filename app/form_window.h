@@ -37,6 +37,8 @@ class FormWindow : public QWidget {
   // (pieces_view.h) on top of the pieces bound before; the layer stands over every control
   // bound before the first piece. A player picture paints its shirt-number box `number`.
   void bindPiece(Picture& p, const TextBox* number);
+  // The pieces standing on picture `ground`, which covers its rectangle, are painted by it.
+  void standPiecesOn(const Picture& ground);
 
   // Copies every change of the model onto the widgets. Focus moves that Qt makes on its own
   // while widgets are hidden or disabled here are not taken for the person's.
@@ -94,6 +96,7 @@ class FormWindow : public QWidget {
   void place(Binding& b);
   void applyFont(Binding& b);
   void relayout();
+  void showPiecesOnGround();
   void forward(Control& c);
   QRect pixelRect(const Control& c, Motion motion) const;
   // A mouse event on `watched` that lands on a piece painted over it: the piece takes it.
@@ -108,6 +111,7 @@ class FormWindow : public QWidget {
   std::unordered_map<const Control*, Binding*> byControl_;
   std::vector<Binding*> touched_;
   PiecesView* pieces_ = nullptr;                      // owned as a child widget
+  PictureView* ground_ = nullptr;                     // ... the picture that paints those on it
   std::unordered_set<const Control*> pieceControls_;  // the pictures on it
   bool syncing_ = false;
 };

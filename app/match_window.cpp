@@ -53,6 +53,7 @@ MatchWindow::MatchWindow(MatchForm& f)
   // whole rectangle (an opaque picture), so nothing under it is painted.
   for (auto& banner : f.Banner)
     if (QWidget* w = widgetFor(banner.name)) w->lower();
+  standPiecesOn(f.Grass);
 
   links_ = std::make_unique<LinksWindow>(f);
   connect(this, &FormWindow::handled, this, &MatchWindow::refresh);

@@ -72,8 +72,13 @@ void PiecesView::sync(Piece& p) {
   const bool redrawn = p.drawing.refresh();
   const bool moved = rect != p.rect;
   if (!moved && visible == p.visible && !redrawn) return;
-  if (p.visible) update(p.rect);
-  if (visible) update(rect);
+  // A step of a few pixels repaints the one rectangle round where it was and where it is.
+  if (p.visible && visible && p.rect.intersects(rect)) {
+    repaint(p.rect | rect);
+  } else {
+    if (p.visible) repaint(p.rect);
+    if (visible) repaint(rect);
+  }
   p.rect = rect;
   p.visible = visible;
   if (moved && QAccessible::isActive()) {
@@ -81,6 +86,28 @@ void PiecesView::sync(Piece& p) {
     event.setChild(p.index);
     QAccessible::updateAccessibility(&event);
   }
+}
+
+void PiecesView::standOn(PictureView* ground, std::vector<QRect> hidden) {
+  ground_ = ground;
+  hidden_ = std::move(hidden);
+  ground_->setPaintOver(
+      [this](QPainter& p, const QRegion& region) { paintPieces(p, region, ground_->pos()); });
+  update();
+  ground_->update();
+}
+
+bool PiecesView::onGround(const QRect& r) const {
+  if (ground_ == nullptr || !ground_->geometry().contains(r)) return false;
+  for (const QRect& h : hidden_)
+    if (h.intersects(r)) return false;
+  return true;
+}
+
+void PiecesView::repaint(const QRect& r) {
+  if (ground_ != nullptr && ground_->geometry().intersects(r))
+    ground_->update(r.translated(-ground_->pos()));
+  if (!onGround(r)) update(r);
 }
 
 const Picture& PiecesView::picture(int i) const {
@@ -102,11 +129,27 @@ int PiecesView::pieceAt(QPoint at) const {
 }
 
 void PiecesView::paintEvent(QPaintEvent* e) {
+  // Qt asks the layer whenever anything under it is repainted: most often the ground, which
+  // has painted its pieces itself.
+  if (onGround(e->rect())) return;
+  QRegion region = e->region();
+  if (ground_ != nullptr) {
+    QRegion hidden;
+    for (const QRect& h : hidden_) hidden += h;
+    region = region.subtracted(ground_->geometry()).united(region.intersected(hidden));
+  }
   QPainter p(this);
-  const qreal ratio = devicePixelRatioF();
-  for (auto& piece : pieces_)
-    if (piece->visible && e->region().intersects(piece->rect))
-      p.drawPixmap(piece->rect.topLeft(), piece->drawing.at(piece->rect.size(), ratio));
+  p.setClipRegion(region);
+  paintPieces(p, region, QPoint());
+}
+
+void PiecesView::paintPieces(QPainter& onto, const QRegion& region, QPoint corner) {
+  const qreal ratio = onto.device()->devicePixelRatioF();
+  for (auto& piece : pieces_) {
+    const QRect at = piece->rect.translated(-corner);
+    if (piece->visible && region.intersects(at))
+      onto.drawPixmap(at.topLeft(), piece->drawing.at(at.size(), ratio));
+  }
 }
 
 }  // namespace quorvel

@@ -1,8 +1,11 @@
-// The pictures the rules move many times a second, the players and the ball, painted by one
-// transparent layer over the window rather than by a widget each. A move repaints the two
-// rectangles the piece leaves and enters and moves no widget, so Qt has nothing to work out
-// again about the window's other controls. The layer stands where the pieces' own widgets
-// would: over the pitch and the goals, under the flags and every control bound after it.
+// The pictures the rules move many times a second, the players and the ball, painted rather
+// than each a widget: a move repaints the two rectangles the piece leaves and enters and moves
+// no widget, so Qt has nothing to work out again about the window's other controls. Where a
+// piece stands on the ground (the pitch, a picture that covers its rectangle) the ground paints
+// it, so that a move there repaints that one widget and nothing under it; elsewhere (the teams
+// waiting below the pitch, a substitute walking on, a shot into a goal) this transparent layer
+// over the window does. The layer stands where the pieces' own widgets would: over the ground
+// and the goals, under the flags and every control bound after it.
 #pragma once
 
 #include <QWidget>
@@ -31,6 +34,9 @@ class PiecesView : public QWidget {
   void syncAll();
   // Places every piece again, after the window's scale changed.
   void relayout();
+  // Pieces on `ground` are painted by it; `hidden` are the parts of it (in this layer's
+  // pixels) under a control stacked between it and this layer, where the layer paints them.
+  void standOn(PictureView* ground, std::vector<QRect> hidden);
 
   int count() const { return static_cast<int>(pieces_.size()); }
   const Picture& picture(int i) const;
@@ -46,10 +52,18 @@ class PiecesView : public QWidget {
  private:
   struct Piece;
   void sync(Piece& p);
+  // Repaints `r` on whichever of the ground and this layer paints it.
+  void repaint(const QRect& r);
+  // Paints the pieces shown in `region` of `onto`, whose corner is `corner` of this layer.
+  void paintPieces(QPainter& onto, const QRegion& region, QPoint corner);
+  // On the ground and under nothing else: painted by the ground alone.
+  bool onGround(const QRect& r) const;
 
   std::function<QRect(const Control&)> place_;
   std::vector<std::unique_ptr<Piece>> pieces_;  // bottom to top
   std::vector<Piece*> touched_;
+  PictureView* ground_ = nullptr;
+  std::vector<QRect> hidden_;
 };
 
 }  // namespace quorvel

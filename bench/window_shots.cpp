@@ -3,7 +3,8 @@
 //   QT_QPA_PLATFORM=offscreen quorvel_window_shots DIR
 // At scale 1 and 1.5: the window at load, after Start (the players on their squares), with the
 // flags offered (one under the mouse, one pressed), after a goal, and the closing window with
-// each of its pictures. Then a sheet of every picture key at three sizes on fractional corners.
+// each of its pictures; at 1, 0.974 and 1.5 the teams walking on and a substitute walking on.
+// Then a sheet of every picture key at three sizes on fractional corners.
 #include <QApplication>
 #include <QDir>
 #include <QEnterEvent>
@@ -87,6 +88,22 @@ void windowStates(double scale, const QString& tag) {
   save(w.links().grab().toImage(), tag + QStringLiteral("-closing-b"));
 }
 
+// Pieces half on the pitch and half off it: the teams walking on after Start, then a
+// substitute walking on.
+void movingStates(double scale, const QString& tag) {
+  Game g(scale);
+  auto& f = *g.f;
+  auto& w = *g.w;
+  f.Rnd.force({0.0, 0.0});
+  quorvel::userClick(f, f.CDgo);
+  w.pump(40 * 15);
+  shoot(w, tag + QStringLiteral("-walking"));
+  for (int tick = 0; tick < 4000 && f.TimPlace.Enabled(); ++tick) w.pump(15);
+  for (int box : {0, 2}) quorvel::userClick(f, f.CHsub[box]);  // the side to play's is taken
+  w.pump(100 * 15);
+  shoot(w, tag + QStringLiteral("-substitute"));
+}
+
 // The first goal of a match between two computers, shown as the window shows it.
 void goal(double scale, const QString& tag) {
   bool taken = false;
@@ -144,6 +161,8 @@ int main(int argc, char** argv) {
   QDir().mkpath(dir);
   windowStates(1.0, QStringLiteral("s1"));
   windowStates(1.5, QStringLiteral("s1.5"));
+  for (double scale : {1.0, 0.974, 1.5})
+    movingStates(scale, QStringLiteral("s") + QString::number(scale));
   goal(1.0, QStringLiteral("s1"));
   goal(1.5, QStringLiteral("s1.5"));
   sheet();
