@@ -180,9 +180,10 @@ class Phases {
   // The ball flies 60 ticks to a square while the receiver runs to meet it.
   void kicks(int left, Usage sum, double seconds) {
     if (left == 0 && counted_) {
-      int flights = 0;  // the walk, the idling, then each kick
-      for (std::size_t i = 2; i < ticks_.size(); ++i) flights += ticks_[i];
-      std::printf("ticks walk %d idle %d flights %d\n", ticks_[0], ticks_[1], flights);
+      // The walk, the idling, then each kick.
+      std::printf("ticks walk %d idle %d\nkicks", ticks_[0], ticks_[1]);
+      for (std::size_t i = 2; i < ticks_.size(); ++i) std::printf(" %d:0", ticks_[i]);
+      std::printf("\n");
       QCoreApplication::quit();
       return;
     }

@@ -91,14 +91,14 @@ class Run {
       w_.pump(15);
       return --idle > 0;
     });
-    int flights = 0;
+    std::string kicks;  // each counted kick's ticks, and whether a 50/50 contest slid the names
     for (int kick = 0; kick < kPhaseKicks; ++kick) {
       waitTicks([this] { return still(); });
       press("Cdice");
       QCoreApplication::processEvents();
       if (firstFlag() < 0) continue;  // automatic play took it
       bool clicked = false;
-      flights += probe::countedPhase([this, &clicked] {
+      const int ticks = probe::countedPhase([this, &clicked] {
         if (!clicked) {
           clicked = true;
           press(f_.CDdest[firstFlag()].name);
@@ -107,8 +107,9 @@ class Run {
         w_.pump(15);
         return f_.KickFlag != -1;
       });
+      kicks += " " + std::to_string(ticks) + (f_.ContestWin != kNoContest ? ":1" : ":0");
     }
-    std::printf("ticks walk %d idle 200 flights %d\n", walk, flights);
+    std::printf("ticks walk %d idle 200\nkicks%s\n", walk, kicks.c_str());
   }
 
   // --pace: polled every millisecond, so that the moment a walk or a flight ends is seen.

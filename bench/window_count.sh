@@ -1,40 +1,61 @@
 #!/bin/sh
 # The game's window against its floor (bare_window.cpp) in instructions, which callgrind counts
 # the same whatever else the machine is doing: each phase played with no clock, every tick
-# painted before the next (--count), at three scales. Prints instructions a tick of each phase,
-# the ratio game / floor and the game's cost against its own at scale 1.0.
+# painted before the next (--count), at three scales. Prints the instructions a tick of each
+# phase, the ratio game / floor and the game against itself at scale 1.0. A kick's flight
+# counts from the click on its flag; one whose 50/50 contest slides the names and scores is a
+# phase of its own, which the floor does not have.
 #   xvfb-run -a -s '-screen 0 2000x1300x24' bench/window_count.sh build
 set -eu
 build=${1:-build}
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
 
-# Instructions of each counted phase of `$1 --count $2`, one line: walk idle flights, then the
-# ticks of each (the programs print them).
+# One line for `$1 --count $2`: instructions and ticks of the walk, the idling, the plain
+# flights and the 50/50 flights.
 count() {
   rm -f "$out"/cg*
-  ticks=$(valgrind --tool=callgrind --collect-atstart=no \
-    --toggle-collect='*countedPhase*' \
+  valgrind --tool=callgrind --collect-atstart=no --toggle-collect='*countedPhase*' \
     --dump-after='quorvel::probe::countedPhase*' --callgrind-out-file="$out/cg" \
-    "$build/bench/$1" --count "$2" 2>/dev/null | grep '^ticks')
-  # Dumps 1 and 2 are the walk and the idling, the rest one kick's flight each.
+    "$build/bench/$1" --count "$2" 2>/dev/null >"$out/ticks"
+  # Dump 1 is the walk, 2 the idling, each one after a kick's flight.
   for f in $(ls "$out"/cg.* | sort -t. -k2 -n); do grep '^totals:' "$f" | cut -d' ' -f2; done |
-    awk -v ticks="$ticks" 'NR == 1 { w = $1 } NR == 2 { i = $1 } NR > 2 { k += $1 }
-      END { split(ticks, t, " "); print w, i, k, t[3], t[5], t[7] }'
+    awk -v ticks="$(tr '\n' ' ' <"$out/ticks")" '
+      { cost[NR] = $1 }
+      END {
+        n = split(ticks, t, " ")  # ticks walk W idle I kicks T:C ...
+        printf "%d %d %d %d", cost[1], t[3], cost[2], t[5]
+        for (k = 7; k <= n; ++k) {
+          split(t[k], kick, ":")
+          c[kick[2]] += cost[k - 4]; s[kick[2]] += kick[1]
+        }
+        printf " %d %d %d %d\n", c[0], s[0], c[1], s[1]
+      }'
 }
 
-echo "instructions a tick, counted by callgrind (each tick painted before the next)"
-printf '%-24s %6s %12s %12s %7s %9s\n' phase scale game floor ratio "vs 1.0"
 for scale in 1.0 0.974 1.5; do
   echo "$scale $(count quorvel_window_bench "$scale") $(count quorvel_bare_window "$scale")"
 done >"$out/counts"
-# Each line: scale, the game's walk idle flights and their ticks, the floor's the same.
+echo "instructions a tick, counted by callgrind (each tick painted before the next)"
+printf '%-26s %6s %10s %10s %7s %7s\n' phase scale game floor ratio "vs 1.0"
+# Each line: the scale, then the game's and the floor's instructions and ticks of each phase.
 awk '
-  { s[NR] = $1; for (i = 0; i < 3; ++i) { g[NR, i] = $(2 + i) / $(5 + i); f[NR, i] = $(8 + i) / $(11 + i) } }
+  function each(cost, ticks) { return ticks > 0 ? cost / ticks : 0 }
+  {
+    s[NR] = $1
+    for (i = 0; i < 4; ++i) {
+      g[NR, i] = each($(2 + 2 * i), $(3 + 2 * i))
+      f[NR, i] = each($(10 + 2 * i), $(11 + 2 * i))
+    }
+  }
   END {
-    split("the walk after Start|ball idling|during kicks'"'"' flights", name, "|")
-    for (i = 0; i < 3; ++i)
-      for (n = 1; n <= NR; ++n)
-        printf "%-24s %6s %12.0f %12.0f %6.2fx %8.2fx\n", name[i + 1], s[n], g[n, i], f[n, i],
-          g[n, i] / f[n, i], g[n, i] / g[1, i]
+    split("the walk after Start|ball idling|kicks'"'"' flights|a 50/50 kick'"'"'s flight", name, "|")
+    for (i = 0; i < 4; ++i)
+      for (n = 1; n <= NR; ++n) {
+        if (g[n, i] == 0) continue
+        printf "%-26s %6s %10.0f", name[i + 1], s[n], g[n, i]
+        if (f[n, i] > 0) printf " %10.0f %6.2fx", f[n, i], g[n, i] / f[n, i]
+        else printf " %10s %7s", "-", "-"
+        printf " %6.2fx\n", (g[1, i] > 0 ? g[n, i] / g[1, i] : 0)
+      }
   }' "$out/counts"
