@@ -40,9 +40,10 @@ test: build
 bench: build
 	./$(BUILD)/bench/quorvel_bench
 
-# Under its own Xvfb, large enough for the window at scale 1.5 (xvfb is packaged as xvfb).
+# Under its own Xvfb, large enough for the window at scale 1.5 (xvfb is packaged as xvfb);
+# callgrind counts the instructions.
 PAIRS ?= 1
-bench-window: PACKAGES += xvfb
+bench-window: PACKAGES += xvfb valgrind
 bench-window: build
 	xvfb-run -a -s '-screen 0 2000x1300x24' bench/window.sh $(BUILD) $(PAIRS)
 

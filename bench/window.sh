@@ -1,8 +1,10 @@
 #!/bin/sh
-# The game's window against its floor (bare_window.cpp), phase by phase, at three scales, as
-# ratios of processor time (the process's own user and system time, so that other work on the
-# machine counts little); then the first paint, the resident memory and the simulator's speed.
-# Game and floor runs alternate, PAIRS of each per scale (default 1).
+# The game's window against its floor (bare_window.cpp), phase by phase, at three scales: first
+# in instructions a tick, which callgrind counts the same whatever else the machine does
+# (window_count.sh); then as ratios of processor time on the wall clock (the process's own user
+# and system time, so that other work on the machine counts little), game and floor runs
+# alternating, PAIRS of each per scale (default 1); then the first paint, the resident memory
+# and the simulator's speed.
 #   xvfb-run -a -s '-screen 0 2000x1300x24' bench/window.sh build [PAIRS]   (make bench-window)
 set -eu
 build=${1:-build}
@@ -11,6 +13,9 @@ idle=5  # seconds of the ball idling
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
 echo "machine: $(nproc) cores, load average $(cut -d' ' -f1-3 /proc/loadavg) at the start"
+"$(dirname "$0")/window_count.sh" "$build"
+echo
+echo "processor on the wall clock, median of $pairs run(s) each"
 for scale in 1.0 0.974 1.5; do
   for _ in $(seq "$pairs"); do
     "$build/bench/quorvel_window_bench" --phases $idle $scale 2>/dev/null >>"$out/game-$scale"
