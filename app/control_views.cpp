@@ -78,7 +78,9 @@ const QPixmap& PictureDrawing::at(QSize size, qreal ratio) {
   }
   drawn_ = QPixmap(size * ratio);
   drawn_.setDevicePixelRatio(ratio);
-  drawn_.fill(Qt::transparent);
+  // A picture that covers its rectangle is kept without an alpha channel: painting it again
+  // where a piece moved over it is then a plain copy.
+  drawn_.fill(coversItsRect() ? Qt::black : Qt::transparent);
   QPainter onto(&drawn_);
   drawPicture(onto, key_, QRectF(QPointF(), QSizeF(size)), look_);
   return drawn_;
