@@ -2,7 +2,6 @@
 // towards the left-hand goal it goes and where it lands; a luck factor blurs the values, more
 // the lower the IQ, and a rare miss overrides the choice.
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 #include "ai/ai.h"
@@ -25,21 +24,22 @@ void aimSquares(const MatchForm& f, FlagChoice& c) {
 }
 
 // The player who would get the ball, lowest index first among equals; the square is contested
-// when the nearest players include both sides.
+// when the nearest players include both sides. Squares are whole numbers, so the squared
+// distances order and tie the players exactly as the distances do, without a square root.
 void nearestPlayers(const MatchForm& f, FlagChoice& c) {
   for (int d = 0; d < 8; ++d) {
-    double best = 0;  // distances are below zero, so 0 means none yet
+    double best = -1;  // the nearest squared distance so far; none yet
     for (int p = 1; p <= 22; ++p) {
       const double dr = c.AimRow[d] - f.PlayerRow[p];
       const double dc = c.AimCol[d] - f.PlayerCol[p];
-      const double dist = -std::sqrt(dr * dr + dc * dc) - 0.01;
-      if (best == 0) {
+      const double dist = dr * dr + dc * dc;
+      if (best < 0) {
         c.AimNearest[d] = static_cast<Integer>(p);
         best = dist;
         c.AimSide[d] = p < 12 ? -1 : 1;
       } else if (dist == best) {
         if ((p < 12 && c.AimNearest[d] > 11) || (p > 11 && c.AimNearest[d] < 12)) c.AimTie[d] = 1;
-      } else if (dist > best) {
+      } else if (dist < best) {
         c.AimTie[d] = 0;
         c.AimNearest[d] = static_cast<Integer>(p);
         best = dist;
