@@ -509,11 +509,15 @@ void FormWindow::applyFont(Binding& b) {
   if (b.w->font() != font) b.w->setFont(font);
 }
 
-void FormWindow::relayout() {
+void FormWindow::fit() {
   const double naturalW = width_ / kTwipsPerPixel, naturalH = height_ / kTwipsPerPixel;
   scale_ = std::min(width() / naturalW, height() / naturalH);
   origin_ = QPointF((width() - naturalW * scale_) / 2, (height() - naturalH * scale_) / 2);
   style_->setScale(scale_);
+}
+
+void FormWindow::relayout() {
+  fit();
   for (auto& b : bindings_) {
     place(*b);
     applyFont(*b);

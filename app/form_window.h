@@ -57,6 +57,9 @@ class FormWindow : public QWidget {
   // The letterboxed area the whole form fills.
   QRectF formArea() const;
   QSize naturalSize() const;  // the size at scale 1
+  // Fits the form to the window's size as it is now: its scale and where it stands. Widgets
+  // bound after it are made at that scale, with their fonts at the sizes they will show.
+  void fit();
   // The smallest scale at which every text of the bound widgets is still legible.
   double legibleScale() const;
   // What assistive technology calls widget `w` or control `c`: its name in the game's words.

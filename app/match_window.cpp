@@ -30,6 +30,13 @@ MatchWindow::MatchWindow(MatchForm& f)
       announcer_(f),
       news_(new QLabel(this)) {
   setWindowTitle(QStringLiteral("Free Quorvel"));
+  // At the natural size, or as large as fits on the screen, keeping proportions: known before
+  // the controls are made, so that each font is made once, at the size it shows.
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    const QSize room = screen->availableGeometry().size() * 0.95;
+    resize(naturalSize().scaled(naturalSize().boundedTo(room), Qt::KeepAspectRatio));
+  }
+  fit();
 
   // Containers first, so that what they hold can be placed inside them.
   forEachControl(f, [this](Control& c) {
@@ -98,15 +105,10 @@ MatchWindow::MatchWindow(MatchForm& f)
   news_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   news_->setAccessibleDescription(QStringLiteral("What happens in the match"));
 
-  // Never so small that a label is hard to read; start at the natural size, or as large as
-  // fits on the screen, keeping proportions.
+  // Never so small that a label is hard to read.
   const double smallest = legibleScale();
   setMinimumSize(static_cast<int>(std::ceil(naturalSize().width() * smallest)),
                  static_cast<int>(std::ceil(naturalSize().height() * smallest)));
-  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-    const QSize room = screen->availableGeometry().size() * 0.95;
-    resize(naturalSize().scaled(naturalSize().boundedTo(room), Qt::KeepAspectRatio));
-  }
   refresh();
 }
 
