@@ -4,7 +4,7 @@
 # painted before the next (--count), at three scales. Prints the instructions a tick of each
 # phase, the ratio game / floor and the game against itself at scale 1.0. A kick's flight
 # counts from the click on its flag; one whose 50/50 contest slides the names and scores is a
-# phase of its own, which the floor does not have.
+# phase of its own, which the floor does not have. Last, the instructions to the first frame.
 #   xvfb-run -a -s '-screen 0 2000x1300x24' bench/window_count.sh build
 set -eu
 build=${1:-build}
@@ -59,3 +59,13 @@ awk '
         printf " %6.2fx\n", (g[1, i] > 0 ? g[n, i] / g[1, i] : 0)
       }
   }' "$out/counts"
+
+# The instructions from the start of the program to its first complete frame.
+first() {
+  rm -f "$out"/fp*
+  valgrind --tool=callgrind --dump-before='QCoreApplication::quit*' \
+    --callgrind-out-file="$out/fp" "$build/bench/$1" --first-paint 0 >/dev/null 2>&1
+  grep '^totals:' "$out/fp.1" | cut -d' ' -f2
+}
+g=$(first quorvel_window_bench) f=$(first quorvel_bare_window)
+echo "$g $f" | awk '{ printf "%-26s %6s %9.1fM %9.1fM %6.2fx\n", "to the first frame", "1.0", $1 / 1e6, $2 / 1e6, $1 / $2 }'
