@@ -74,10 +74,10 @@ void PiecesView::sync(Piece& p) {
   if (!moved && visible == p.visible && !redrawn) return;
   // A step of a few pixels repaints the one rectangle round where it was and where it is.
   if (p.visible && visible && p.rect.intersects(rect)) {
-    repaint(p.rect | rect);
+    markDirty(p.rect | rect);
   } else {
-    if (p.visible) repaint(p.rect);
-    if (visible) repaint(rect);
+    if (p.visible) markDirty(p.rect);
+    if (visible) markDirty(rect);
   }
   p.rect = rect;
   p.visible = visible;
@@ -104,7 +104,7 @@ bool PiecesView::onGround(const QRect& r) const {
   return true;
 }
 
-void PiecesView::repaint(const QRect& r) {
+void PiecesView::markDirty(const QRect& r) {
   if (ground_ != nullptr && ground_->geometry().intersects(r))
     ground_->update(r.translated(-ground_->pos()));
   if (!onGround(r)) update(r);

@@ -1,6 +1,6 @@
 // The pictures the rules move many times a second, the players and the ball, painted rather
-// than each a widget: a move repaints the two rectangles the piece leaves and enters and moves
-// no widget, so Qt has nothing to work out again about the window's other controls. Where a
+// than each a widget: a move repaints only where the piece was and where it is, and moves no
+// widget, so Qt has nothing to work out again about the window's other controls. Where a
 // piece stands on the ground (the pitch, a picture that covers its rectangle) the ground paints
 // it, so that a move there repaints that one widget and nothing under it; elsewhere (the teams
 // waiting below the pitch, a substitute walking on, a shot into a goal) this transparent layer
@@ -52,8 +52,8 @@ class PiecesView : public QWidget {
  private:
   struct Piece;
   void sync(Piece& p);
-  // Repaints `r` on whichever of the ground and this layer paints it.
-  void repaint(const QRect& r);
+  // Marks `r` to be repainted on whichever of the ground and this layer paints it.
+  void markDirty(const QRect& r);
   // Paints the pieces shown in `region` of `onto`, whose corner is `corner` of this layer.
   void paintPieces(QPainter& onto, const QRegion& region, QPoint corner);
   // On the ground and under nothing else: painted by the ground alone.
