@@ -88,8 +88,8 @@ const QPixmap& PictureDrawing::at(QSize size, qreal ratio) {
 
 // ---- PictureView -------------------------------------------------------------------------
 
-PictureView::PictureView(const Picture& picture, const TextBox* number, QWidget* parent)
-    : QWidget(parent), drawing_(picture, number) {
+PictureView::PictureView(const Picture& picture, QWidget* parent)
+    : QWidget(parent), drawing_(picture, nullptr) {
   setObjectName(QString::fromStdString(picture.name));
   // Pictures never fill a system background: what is not drawn shows what lies behind.
   setAttribute(Qt::WA_NoSystemBackground);

@@ -47,7 +47,6 @@ class PictureDrawing {
   const QPixmap& at(QSize size, qreal ratio);
   // Every pixel of its rectangle is covered: nothing under it need be painted.
   bool coversItsRect() const;
-  const QString& key() const { return key_; }
 
  private:
   const Picture& picture_;
@@ -76,7 +75,7 @@ class PictureDrawing {
 class PictureView : public QWidget {
   Q_OBJECT
  public:
-  PictureView(const Picture& picture, const TextBox* number, QWidget* parent);
+  PictureView(const Picture& picture, QWidget* parent);
 
   // Takes over what the model shows now; repaints only when that changed.
   void refresh();

@@ -130,8 +130,7 @@ QWidget* FormWindow::makeWidget(Control& c, QWidget* parent) {
   };
   switch (c.kind) {
     case Kind::Picture:
-      return clicks(new PictureView(static_cast<Picture&>(c), nullptr, parent),
-                    &PictureView::clicked);
+      return clicks(new PictureView(static_cast<Picture&>(c), parent), &PictureView::clicked);
     case Kind::CommandButton: {
       auto& button = static_cast<CommandButton&>(c);
       QAbstractButton* b = nullptr;
@@ -220,7 +219,6 @@ void FormWindow::bindPiece(Picture& p, const TextBox* number) {
         new PiecesView([this](const Control& c) { return pixelRect(c, Motion::Moves); }, this);
     pieces_->setGeometry(rect());
   }
-  pieceControls_.insert(&p);
   pieces_->add(p, number);
 }
 
@@ -461,7 +459,7 @@ QRectF FormWindow::formArea() const {
 
 QRect FormWindow::pixelRect(const Control& c) const {
   auto it = byControl_.find(&c);
-  const bool moves = pieceControls_.count(&c) != 0 ||
+  const bool moves = (pieces_ != nullptr && pieces_->holds(c)) ||
                      (it != byControl_.end() && it->second->motion == Motion::Moves);
   return pixelRect(c, moves ? Motion::Moves : Motion::Fixed);
 }

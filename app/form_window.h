@@ -8,7 +8,6 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "control_views.h"
@@ -113,9 +112,8 @@ class FormWindow : public QWidget {
   std::map<std::string, QWidget*> byName_;
   std::unordered_map<const Control*, Binding*> byControl_;
   std::vector<Binding*> touched_;
-  PiecesView* pieces_ = nullptr;                      // owned as a child widget
-  PictureView* ground_ = nullptr;                     // ... the picture that paints those on it
-  std::unordered_set<const Control*> pieceControls_;  // the pictures on it
+  PiecesView* pieces_ = nullptr;   // owned as a child widget
+  PictureView* ground_ = nullptr;  // ... the picture that paints those on it
   bool syncing_ = false;
 };
 

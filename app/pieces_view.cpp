@@ -35,16 +35,20 @@ void PiecesView::add(const Picture& picture, const TextBox* number) {
   sync(*pieces_.back());
 }
 
+PiecesView::Piece* PiecesView::find(const Control& c) const {
+  for (const auto& p : pieces_)
+    if (&p->picture == &c || p->number == &c) return p.get();
+  return nullptr;
+}
+
 bool PiecesView::touch(const Control& c) {
-  for (auto& p : pieces_) {
-    if (&p->picture != &c && p->number != &c) continue;
-    if (!p->touched) {
-      p->touched = true;
-      touched_.push_back(p.get());
-    }
-    return true;
+  Piece* p = find(c);
+  if (p == nullptr) return false;
+  if (!p->touched) {
+    p->touched = true;
+    touched_.push_back(p);
   }
-  return false;
+  return true;
 }
 
 void PiecesView::syncTouched() {

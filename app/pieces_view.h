@@ -26,6 +26,8 @@ class PiecesView : public QWidget {
 
   // A piece on top of those added before it; a player picture paints its shirt-number box.
   void add(const Picture& picture, const TextBox* number);
+  // `c` is a piece of this layer or its number box.
+  bool holds(const Control& c) const { return find(c) != nullptr; }
   // Notes that the model may have changed `c` (a piece or its number box); false when `c` is
   // no piece of this layer.
   bool touch(const Control& c);
@@ -51,6 +53,7 @@ class PiecesView : public QWidget {
 
  private:
   struct Piece;
+  Piece* find(const Control& c) const;
   void sync(Piece& p);
   // Marks `r` to be repainted on whichever of the ground and this layer paints it.
   void markDirty(const QRect& r);
