@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QLineEdit>
 #include <QPointer>
 #include <vector>
 
@@ -120,9 +121,33 @@ class PiecesAccessible : public QAccessibleWidget {
   mutable std::vector<QAccessible::Id> ids_;  // 0: not asked for yet
 };
 
+// A text box that only says something (the clock, a score, a caption): read as text, its name
+// saying what it is and what it shows.
+class TextAccessible : public QAccessibleWidget {
+ public:
+  explicit TextAccessible(QWidget* w) : QAccessibleWidget(w, QAccessible::StaticText) {}
+  QString text(QAccessible::Text t) const override {
+    if (t == QAccessible::Name) {
+      if (const auto* form = qobject_cast<const FormWindow*>(widget()->window()))
+        return form->accessibleNameOf(widget());
+    }
+    if (t == QAccessible::Value) return static_cast<const QLineEdit*>(widget())->text();
+    return QAccessibleWidget::text(t);
+  }
+};
+
+bool readAsText(QWidget* w) {
+  const auto* form = qobject_cast<const FormWindow*>(w->window());
+  const ControlView* v =
+      form != nullptr ? form->view().find(w->objectName().toStdString()) : nullptr;
+  return v != nullptr && v->role == Role::Text;
+}
+
 QAccessibleInterface* pictureInterface(const QString& className, QObject* object) {
   if (object == nullptr || !object->isWidgetType()) return nullptr;
   auto* w = static_cast<QWidget*>(object);
+  if (className == QLatin1String(TextView::staticMetaObject.className()) && readAsText(w))
+    return new TextAccessible(w);
   if (className == QLatin1String(PictureButton::staticMetaObject.className()))
     return new PictureAccessible(w, true);
   if (className == QLatin1String(PiecesView::staticMetaObject.className()))

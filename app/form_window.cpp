@@ -23,10 +23,6 @@ namespace quorvel {
 
 namespace {
 
-constexpr double kTwipsPerPixel = 15;
-// No text is drawn smaller than this many pixels, the least that stays legible.
-constexpr double kLegiblePx = 9;
-
 Qt::Alignment alignmentOf(const TextStyle& style) {
   return style.align == Align::Left ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter;
 }
@@ -85,10 +81,9 @@ bool personsFocus(Qt::FocusReason reason) {
 
 // A control, its widget, and what was last copied from the one to the other.
 struct FormWindow::Binding {
-  Binding(Control& control, QWidget* widget, Motion m) : c(control), w(widget), motion(m) {}
+  Binding(Control& control, QWidget* widget) : c(control), w(widget) {}
   Control& c;
   QWidget* w;
-  Motion motion;
   bool fresh = true;
   bool touched = false;  // listed in touched_
   double left = 0, top = 0, width = 0, height = 0;
@@ -102,12 +97,8 @@ struct FormWindow::Binding {
   bool pictureButton = false;  // a command button drawn as its picture
 };
 
-FormWindow::FormWindow(MatchForm& f, double clientWidth, double clientHeight)
-    : QWidget(nullptr),
-      f_(f),
-      width_(clientWidth),
-      height_(clientHeight),
-      style_(std::make_unique<ScaledStyle>()) {
+FormWindow::FormWindow(MatchForm& f, FormWindowId window)
+    : QWidget(nullptr), f_(f), view_(f, window), style_(std::make_unique<ScaledStyle>()) {
   resize(naturalSize());
   setMinimumSize(naturalSize() / 3);
   installPictureAccessibility();
@@ -119,8 +110,9 @@ FormWindow::~FormWindow() {
 }
 
 QSize FormWindow::naturalSize() const {
-  return QSize(static_cast<int>(std::lround(width_ / kTwipsPerPixel)),
-               static_cast<int>(std::lround(height_ / kTwipsPerPixel)));
+  const ClientSize client = view_.client();
+  return QSize(static_cast<int>(std::lround(client.width / kTwipsPerPixel)),
+               static_cast<int>(std::lround(client.height / kTwipsPerPixel)));
 }
 
 QWidget* FormWindow::makeWidget(Control& c, QWidget* parent) {
@@ -190,7 +182,7 @@ QWidget* FormWindow::makeScrollBar(ScrollBar& bar, QWidget* parent) {
   return s;
 }
 
-QWidget* FormWindow::bind(Control& c, Motion motion) {
+QWidget* FormWindow::bind(Control& c) {
   QWidget* parent = this;
   if (c.parent != nullptr) {
     auto it = byName_.find(c.parent->name);
@@ -200,7 +192,7 @@ QWidget* FormWindow::bind(Control& c, Motion motion) {
   w->setObjectName(qs(c.name));
   w->setStyle(style_.get());
   w->installEventFilter(this);
-  bindings_.push_back(std::make_unique<Binding>(c, w, motion));
+  bindings_.push_back(std::make_unique<Binding>(c, w));
   byName_[c.name] = w;
   Binding& b = *bindings_.back();
   byControl_[&c] = &b;
@@ -215,8 +207,7 @@ QWidget* FormWindow::bind(Control& c, Motion motion) {
 
 void FormWindow::bindPiece(Picture& p, const TextBox* number) {
   if (pieces_ == nullptr) {
-    pieces_ =
-        new PiecesView([this](const Control& c) { return pixelRect(c, Motion::Moves); }, this);
+    pieces_ = new PiecesView([this](const Control& c) { return viewRect(c); }, this);
     pieces_->setGeometry(rect());
   }
   pieces_->add(p, number);
@@ -242,9 +233,7 @@ void FormWindow::showPiecesOnGround() {
 }
 
 double FormWindow::legibleScale() const {
-  double smallest = std::numeric_limits<double>::max();
-  for (const auto& b : bindings_) smallest = std::min(smallest, textStyleFor(b->c.name).px);
-  return bindings_.empty() ? 0 : kLegiblePx / smallest;
+  return view_.legibleScale();
 }
 
 void FormWindow::makeAccessible(Binding& b) {
@@ -254,13 +243,13 @@ void FormWindow::makeAccessible(Binding& b) {
 }
 
 void FormWindow::nameForAssistiveTech(Binding& b) {
-  // Pictures are asked for their names when read; a caption that says what its control is
-  // is the name Qt reports already.
-  if (b.c.kind == Kind::Picture || b.pictureButton) return;
-  const std::string name = quorvel::accessibleName(f_, b.c);
+  // Pictures and texts are asked for their names when read; a caption that says what its
+  // control is is the name Qt reports already.
+  const ControlView* v = view_.find(b.c);
+  if (v == nullptr || b.c.kind == Kind::Picture || b.pictureButton || v->role == Role::Text) return;
   const bool captioned = b.c.kind != Kind::TextBox && b.c.kind != Kind::ScrollBar;
-  if (captioned && name == captionOf(b.c)) return;
-  if (b.w->accessibleName() != qs(name)) b.w->setAccessibleName(qs(name));
+  if (captioned && v->name == captionOf(b.c)) return;
+  if (b.w->accessibleName() != qs(v->name)) b.w->setAccessibleName(qs(v->name));
 }
 
 QString FormWindow::accessibleNameOf(const QWidget* w) const {
@@ -270,7 +259,8 @@ QString FormWindow::accessibleNameOf(const QWidget* w) const {
 }
 
 QString FormWindow::accessibleNameOf(const Control& c) const {
-  return qs(quorvel::accessibleName(f_, c));
+  // Asked for when read, so the name is the form's as it is now.
+  return qs(spokenName(f_, c));
 }
 
 QWidget* FormWindow::widgetFor(const std::string& name) const {
@@ -299,9 +289,48 @@ bool FormWindow::onAPieceAbove(QObject* watched, QEvent* e) const {
   return pieces_->pieceAt(at) >= 0;
 }
 
+bool FormWindow::keyAsTheViewSays(QObject* watched, QEvent* e) {
+  if (e->type() != QEvent::KeyPress) return false;
+  const ControlView* v = view_.find(watched->objectName().toStdString());
+  if (v == nullptr) return false;
+  const int key = static_cast<QKeyEvent*>(e)->key();
+  // Space on a button is Qt's own; Enter on a push button is not.
+  if ((key == Qt::Key_Return || key == Qt::Key_Enter) && v->pressable &&
+      qobject_cast<QPushButton*>(static_cast<QWidget*>(watched)) != nullptr) {
+    static_cast<QPushButton*>(watched)->click();
+    return true;
+  }
+  Arrow arrow{};
+  switch (key) {
+    case Qt::Key_Up:
+      arrow = Arrow::Up;
+      break;
+    case Qt::Key_Down:
+      arrow = Arrow::Down;
+      break;
+    case Qt::Key_Left:
+      arrow = Arrow::Left;
+      break;
+    case Qt::Key_Right:
+      arrow = Arrow::Right;
+      break;
+    default:
+      return false;
+  }
+  const ArrowMove move = view_.arrow(v->control->name, arrow);
+  if (move.own) return false;
+  QWidget* to = widgetFor(move.to);
+  if (to == nullptr) return true;  // nowhere to go that way
+  const bool back = arrow == Arrow::Up || arrow == Arrow::Left;
+  to->setFocus(back ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+  if (move.press) forward(*view_.find(move.to)->control);
+  return true;
+}
+
 bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
   // A piece is a picture of its own: a click on it reaches nothing under it.
   if (onAPieceAbove(watched, e)) return true;
+  if (keyAsTheViewSays(watched, e)) return true;
   if (e->type() == QEvent::FocusIn && !syncing_) {
     const auto reason = static_cast<QFocusEvent*>(e)->reason();
     if (personsFocus(reason)) {
@@ -313,6 +342,7 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
 }
 
 void FormWindow::syncFromModel() {
+  view_.glance();
   syncing_ = true;
   for (auto& b : bindings_) sync(*b);
   if (pieces_ != nullptr) pieces_->syncAll();
@@ -330,6 +360,9 @@ void FormWindow::touch(const Control& c) {
 }
 
 void FormWindow::syncTouched() {
+  std::vector<const Control*> touched;
+  for (const Binding* b : touched_) touched.push_back(&b->c);
+  view_.glance(touched);
   syncing_ = true;
   for (Binding* b : touched_) {
     b->touched = false;
@@ -386,6 +419,7 @@ void FormWindow::syncCommon(Binding& b, bool fresh) {
     b.enabled = c.Enabled;
     w->setEnabled(c.Enabled);
   }
+  applyTabStop(b);
   if (fresh || c.ToolTipText != b.tip) {
     b.tip = c.ToolTipText;
     w->setToolTip(qs(c.ToolTipText));
@@ -433,7 +467,6 @@ void FormWindow::syncTextBox(Binding& b, bool fresh) {
     b.locked = box.Locked;
     edit->setReadOnly(box.Locked);
     edit->setFrame(!box.Locked);
-    edit->setFocusPolicy(box.Locked ? Qt::ClickFocus : Qt::StrongFocus);
   }
 }
 
@@ -453,39 +486,46 @@ void FormWindow::syncScrollBar(Binding& b, bool fresh) {
 }
 
 QRectF FormWindow::formArea() const {
-  return QRectF(origin_,
-                QSizeF(width_ / kTwipsPerPixel * scale_, height_ / kTwipsPerPixel * scale_));
+  const Placement& p = view_.placement();
+  const ClientSize client = view_.client();
+  return QRectF(QPointF(p.x, p.y), QSizeF(client.width / kTwipsPerPixel * p.scale,
+                                          client.height / kTwipsPerPixel * p.scale));
 }
 
 QRect FormWindow::pixelRect(const Control& c) const {
-  auto it = byControl_.find(&c);
-  const bool moves = (pieces_ != nullptr && pieces_->holds(c)) ||
-                     (it != byControl_.end() && it->second->motion == Motion::Moves);
-  return pixelRect(c, moves ? Motion::Moves : Motion::Fixed);
+  return viewRect(c);
 }
 
-QRect FormWindow::pixelRect(const Control& c, Motion motion) const {
-  auto absolute = [this, &c, motion](const Control& k) {
-    double left = k.Left, top = k.Top;
-    for (const Control* p = k.parent; p != nullptr; p = p->parent) left += p->Left, top += p->Top;
-    const double s = scale_ / kTwipsPerPixel;
-    const int x0 = static_cast<int>(std::lround(origin_.x() + left * s));
-    const int y0 = static_cast<int>(std::lround(origin_.y() + top * s));
-    if (&k == &c && motion == Motion::Moves)
-      return QRect(x0, y0, static_cast<int>(std::lround(k.Width * s)),
-                   static_cast<int>(std::lround(k.Height * s)));
-    const int x1 = static_cast<int>(std::lround(origin_.x() + (left + k.Width) * s));
-    const int y1 = static_cast<int>(std::lround(origin_.y() + (top + k.Height) * s));
-    return QRect(QPoint(x0, y0), QPoint(x1 - 1, y1 - 1));
-  };
-  QRect r = absolute(c);
-  if (c.parent != nullptr && byName_.count(c.parent->name) != 0)
-    r.translate(-absolute(*c.parent).topLeft());
-  return r;
+QRect FormWindow::viewRect(const Control& c) const {
+  // The view's edges are on whole pixels here, the window's device pixel ratio aside.
+  const Control* parent = c.parent;
+  PixelRect r = view_.windowRect(c);
+  if (parent != nullptr && byName_.count(parent->name) != 0) {
+    const PixelRect outer = view_.windowRect(*parent);
+    r.x -= outer.x;
+    r.y -= outer.y;
+  }
+  return QRect(static_cast<int>(r.x), static_cast<int>(r.y), static_cast<int>(r.width),
+               static_cast<int>(r.height));
 }
 
 void FormWindow::place(Binding& b) {
-  b.w->setGeometry(pixelRect(b.c));
+  b.w->setGeometry(viewRect(b.c));
+}
+
+void FormWindow::applyTabStop(Binding& b) {
+  const ControlView* v = view_.find(b.c);
+  if (v == nullptr) return;
+  const bool focusable = v->role == Role::Button || v->role == Role::CheckBox ||
+                         v->role == Role::Radio || v->role == Role::Entry ||
+                         v->role == Role::Slider || b.c.kind == Kind::TextBox;
+  if (!focusable) return;
+  // Tab passes over it, but a click still gives it the focus; a banner under the pitch takes
+  // none.
+  const Qt::FocusPolicy policy = v->tab > 0                     ? Qt::StrongFocus
+                                 : indexIn(f_.Banner, b.c) >= 0 ? Qt::NoFocus
+                                                                : Qt::ClickFocus;
+  if (b.w->focusPolicy() != policy) b.w->setFocusPolicy(policy);
 }
 
 void FormWindow::applyFont(Binding& b) {
@@ -493,25 +533,19 @@ void FormWindow::applyFont(Binding& b) {
   QFont font = b.w->font();
   font.setBold(style.bold);
   font.setItalic(style.italic);
-  double px = style.px * scale_;
+  const double px = style.px * scale();
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(px))));
   if (auto* edit = qobject_cast<QLineEdit*>(b.w)) {
-    // A text longer than its box is shown smaller rather than cut off.
-    const double room = b.w->width() - 6 * scale_;
     const double needed = QFontMetricsF(font).horizontalAdvance(edit->text());
-    if (needed > room && room > 0) {
-      px = std::max({px * 0.6, px * room / needed, std::min(px, kLegiblePx)});
-      font.setPixelSize(std::max(1, static_cast<int>(px)));
-    }
+    if (const double fitted = fittedPx(px, scale(), b.w->width(), needed); fitted < px)
+      font.setPixelSize(std::max(1, static_cast<int>(fitted)));
   }
   if (b.w->font() != font) b.w->setFont(font);
 }
 
 void FormWindow::fit() {
-  const double naturalW = width_ / kTwipsPerPixel, naturalH = height_ / kTwipsPerPixel;
-  scale_ = std::min(width() / naturalW, height() / naturalH);
-  origin_ = QPointF((width() - naturalW * scale_) / 2, (height() - naturalH * scale_) / 2);
-  style_->setScale(scale_);
+  view_.place(fitInto(view_.client(), width(), height()));
+  style_->setScale(scale());
 }
 
 void FormWindow::relayout() {

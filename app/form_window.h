@@ -1,5 +1,6 @@
-// A top-level window that shows the controls of one form of the model. Each control gets a
-// widget, placed from its twips and scaled with the window (letterboxed, so proportions hold);
+// A top-level window that shows the controls of one window of the form, as the view of the
+// form (view/form_view.h) describes them: each control gets a widget at the rectangle the view
+// gives, with the name, role and Tab stop it gives, and the arrows and Enter do what it says;
 // the person's use of a widget goes to the model, and syncFromModel() copies back what changed.
 #pragma once
 
@@ -13,25 +14,18 @@
 #include "control_views.h"
 #include "match/match_form.h"
 #include "pieces_view.h"
+#include "view/form_view.h"
 
 namespace quorvel {
 
 class FormWindow : public QWidget {
   Q_OBJECT
  public:
-  // `clientWidth` x `clientHeight` twips is the form's client area; 15 twips are one pixel at
-  // scale 1.
-  FormWindow(MatchForm& f, double clientWidth, double clientHeight);
+  FormWindow(MatchForm& f, FormWindowId window);
   ~FormWindow() override;
 
-  // How a control's pixel rectangle follows its twips. A fixed control has both edges
-  // rounded from the form's grid, so that neighbours never gap or overlap; a moving one has its
-  // left and top edges rounded and its size taken from its own size, so that its size (and the
-  // picture drawn at that size) stays the same wherever it stands.
-  enum class Motion { Fixed, Moves };
-
   // Creates the widget that shows `c`.
-  QWidget* bind(Control& c, Motion motion = Motion::Fixed);
+  QWidget* bind(Control& c);
   // Shows picture `p`, which the rules move many times a second, on the layer of pieces
   // (pieces_view.h) on top of the pieces bound before; the layer stands over every control
   // bound before the first piece. A player picture paints its shirt-number box `number`.
@@ -50,7 +44,7 @@ class FormWindow : public QWidget {
   QWidget* widgetFor(const std::string& name) const;
   // The layer the pieces are painted on; null before the first piece is bound.
   const PiecesView* pieces() const { return pieces_; }
-  double scale() const { return scale_; }
+  double scale() const { return view_.placement().scale; }
   // Where control `c` appears, in this window's pixels.
   QRect pixelRect(const Control& c) const;
   // The letterboxed area the whole form fills.
@@ -64,6 +58,8 @@ class FormWindow : public QWidget {
   // What assistive technology calls widget `w` or control `c`: its name in the game's words.
   QString accessibleNameOf(const QWidget* w) const;
   QString accessibleNameOf(const Control& c) const;
+  // The view this window draws.
+  const FormView& view() const { return view_; }
 
  signals:
   // The person is about to do something that reaches the model.
@@ -100,13 +96,16 @@ class FormWindow : public QWidget {
   void relayout();
   void showPiecesOnGround();
   void forward(Control& c);
-  QRect pixelRect(const Control& c, Motion motion) const;
+  // Where the view puts control `c`, in its container's pixels.
+  QRect viewRect(const Control& c) const;
+  // Tab stops on the widget where the view says it does now.
+  void applyTabStop(Binding& b);
+  // An arrow or Enter on widget `watched` does what the view says; true when it did something.
+  bool keyAsTheViewSays(QObject* watched, QEvent* e);
   // A mouse event on `watched` that lands on a piece painted over it: the piece takes it.
   bool onAPieceAbove(QObject* watched, QEvent* e) const;
 
-  double width_, height_;  // twips
-  double scale_ = 1;
-  QPointF origin_;  // pixels of the form's top-left corner
+  FormView view_;
   std::unique_ptr<ScaledStyle> style_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<std::string, QWidget*> byName_;

@@ -9,7 +9,7 @@
 
 namespace quorvel {
 
-LinksWindow::LinksWindow(MatchForm& f) : FormWindow(f, kLinksClient.width, kLinksClient.height) {
+LinksWindow::LinksWindow(MatchForm& f) : FormWindow(f, FormWindowId::Closing) {
   setWindowTitle(QStringLiteral("Free Quorvel"));
   for (Control* c : f.LinksForm.controls()) {
     QWidget* w = bind(*c);

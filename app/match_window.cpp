@@ -17,12 +17,12 @@
 #include "events/events.h"
 #include "pictures.h"
 #include "ui/layout.h"
-#include "ui/tab_order.h"
+#include "view/tab_order.h"
 
 namespace quorvel {
 
 MatchWindow::MatchWindow(MatchForm& f)
-    : FormWindow(f, kMatchClient.width, kMatchClient.height),
+    : FormWindow(f, FormWindowId::Main),
       pace_(f),
       shown_(f.Visible),
       linksShown_(f.LinksForm.Visible),
@@ -50,9 +50,7 @@ MatchWindow::MatchWindow(MatchForm& f)
     if (const int player = indexIn(f_.Player, c); player >= 0)
       return bindPiece(f_.Player[player], &f_.Tnum[player]);
     if (&c == &f_.Ball) return bindPiece(f_.Ball, nullptr);
-    // What else the rules move about: the flags and the banners.
-    const bool moves = indexIn(f_.CDdest, c) >= 0 || indexIn(f_.Banner, c) >= 0;
-    QWidget* w = bind(c, moves ? Motion::Moves : Motion::Fixed);
+    QWidget* w = bind(c);
     if (indexIn(f_.Banner, c) >= 0 || indexIn(f_.RainB, c) >= 0)
       w->setCursor(Qt::PointingHandCursor);
   });
@@ -95,9 +93,6 @@ MatchWindow::MatchWindow(MatchForm& f)
   connect(&pump_, &QTimer::timeout, this, &MatchWindow::tick);
 
   orderTabs();
-  oneTabStopAGroup();
-  groupTheFlags();
-  bannersReachableWhenOut();
   news_->setObjectName(QStringLiteral("News"));
   news_->setWordWrap(true);
   news_->setMargin(2);
@@ -185,7 +180,6 @@ void MatchWindow::refresh() {
   everyControlTouched_ = false;
   syncFromModel();
   links_->syncFromModel();
-  bannersReachableWhenOut();
   applyFocus();
   announce();
   schedulePump();
@@ -196,12 +190,6 @@ void MatchWindow::orderTabs() {
   for (const std::string& name : tabOrder(f_))
     if (QWidget* w = widgetFor(name)) chain.push_back(w);
   for (std::size_t i = 1; i < chain.size(); ++i) setTabOrder(chain[i - 1], chain[i]);
-}
-
-void MatchWindow::oneTabStopAGroup() {
-  // Qt keeps it so from now on, whenever a button of an exclusive group is checked.
-  for (auto* option : findChildren<QRadioButton*>())
-    option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void MatchWindow::applyFocus() {
@@ -217,24 +205,6 @@ void MatchWindow::applyFocus() {
   if (moved || (w->isVisible() && focusWidget() != w)) w->setFocus(Qt::OtherFocusReason);
 }
 
-void MatchWindow::groupTheFlags() {
-  flags_.setExclusive(false);  // they are pressed, never checked
-  for (auto& flag : f_.CDdest)
-    if (auto* button = qobject_cast<QAbstractButton*>(widgetFor(flag.name)))
-      flags_.addButton(button);
-}
-
-void MatchWindow::bannersReachableWhenOut() {
-  const QWidget* grass = widgetFor(f_.Grass.name);
-  for (auto& banner : f_.Banner) {
-    QWidget* w = widgetFor(banner.name);
-    if (w == nullptr || grass == nullptr) continue;
-    const bool out = !grass->geometry().contains(w->geometry().center());
-    const Qt::FocusPolicy policy = out ? Qt::StrongFocus : Qt::NoFocus;
-    if (w->focusPolicy() != policy) w->setFocusPolicy(policy);
-  }
-}
-
 void MatchWindow::announce() {
   const std::string said = announcer_.update(f_);
   if (said.empty()) return;
@@ -244,17 +214,13 @@ void MatchWindow::announce() {
 }
 
 void MatchWindow::placeNews() {
-  const QRectF area = formArea();
-  const double pixels = area.width() / kMatchClient.width;  // per twip
-  news_->setGeometry(QRectF(area.left() + kNewsArea.left * pixels,
-                            area.top() + kNewsArea.top * pixels, kNewsArea.width * pixels,
-                            kNewsArea.height * pixels)
-                         .toRect());
+  const PixelRect r = view().newsRect();
+  news_->setGeometry(static_cast<int>(r.x), static_cast<int>(r.y), static_cast<int>(r.width),
+                     static_cast<int>(r.height));
   QFont font = news_->font();
-  const TextStyle& style = kNewsStyle;
-  font.setItalic(style.italic);
-  font.setBold(style.bold);
-  font.setPixelSize(std::max(1, static_cast<int>(std::lround(style.px * scale()))));
+  font.setItalic(kNewsStyle.italic);
+  font.setBold(kNewsStyle.bold);
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(view().newsFontPx()))));
   news_->setFont(font);
 }
 
@@ -264,8 +230,7 @@ void MatchWindow::resizeEvent(QResizeEvent* e) {
 }
 
 void MatchWindow::showMessage(const Message& m) {
-  QString text = QString::fromStdString(m.Text);
-  text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  const QString text = QString::fromStdString(messageLines(m.Text));
   QWidget* owner = isVisible() ? static_cast<QWidget*>(this) : links_.get();
   QMessageBox box(m.critical ? QMessageBox::Critical : QMessageBox::NoIcon,
                   QString::fromStdString(m.Title), text, QMessageBox::Ok, owner);
@@ -296,7 +261,7 @@ bool MatchWindow::eventFilter(QObject* watched, QEvent* e) {
     const QString typed = static_cast<QKeyEvent*>(e)->text();
     if (!typed.isEmpty()) catchUp();
     for (const QChar ch : typed)
-      if (ch.unicode() > 0 && ch.unicode() < 256) userKey(f_, ch.unicode());
+      if (reachesGame(ch.unicode())) userKey(f_, ch.unicode());
     // The widget that had the focus gets the key too, even when the handler moved the focus:
     // the views catch up once the key has been delivered.
     if (!typed.isEmpty())

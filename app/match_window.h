@@ -4,7 +4,6 @@
 // The pump sleeps until the next timer of the game is due, so a game at rest rests.
 #pragma once
 
-#include <QButtonGroup>
 #include <QElapsedTimer>
 #include <QTimer>
 #include <memory>
@@ -56,12 +55,6 @@ class MatchWindow : public FormWindow {
   void applyFocus();
   // Tab goes through the controls in the order ui/tab_order.h gives, as in the page.
   void orderTabs();
-  // Each group of option buttons is one Tab stop, its selected button; the arrow keys move
-  // among the flags on show, each to the nearest flag its way.
-  void oneTabStopAGroup();
-  void groupTheFlags();
-  // A banner is a Tab stop only once it has come out from under the pitch.
-  void bannersReachableWhenOut();
   // Tells what happened since the last announcement, if anything did.
   void announce();
   void placeNews();
@@ -76,7 +69,6 @@ class MatchWindow : public FormWindow {
   bool everyControlTouched_ = false;  // a tick since the last refresh may have changed anything
   std::string lastActive_;
   Colour lastBack_;
-  QButtonGroup flags_;
   Announcer announcer_;
   QLabel* news_;
 };

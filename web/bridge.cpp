@@ -1,7 +1,8 @@
-// What the page needs from the game: the controls and their state as JSON, each picture's
-// description, the match told in words and the order Tab takes, as the window has them, a
-// person's input through the window's own entry points, and the form's time kept with the
-// browser's clock. The page holds no rule; this file holds no picture.
+// What the page needs from the game: what changed on screen since the last glance, as the view
+// of the form (src/view/) describes it for both fronts, each picture's description, the match
+// told in words, a person's input through the window's own entry points, and the form's time
+// kept with the browser's clock. The page holds no rule and no presentation decision; this
+// file holds no picture.
 #include <emscripten/bind.h>
 #include <emscripten/emscripten.h>
 
@@ -19,7 +20,7 @@
 #include "ui/announcements.h"
 #include "ui/layout.h"
 #include "ui/pictures.h"
-#include "ui/tab_order.h"
+#include "view/form_view.h"
 
 namespace quorvel {
 
@@ -37,8 +38,13 @@ struct Game {
   std::unique_ptr<MatchForm> form;
   std::unique_ptr<Pace> pace;
   std::unique_ptr<Announcer> announcer;
+  std::unique_ptr<FormView> main, closing;
   std::map<std::string, Control*, std::less<>> byName;
-  std::map<std::string, std::string, std::less<>> sent;  // each control's state last sent
+  std::string newsSent;  // the news as last sent
+  bool formSent = false;
+  bool shown = false, closingShown = false, ended = false;  // the windows as last sent
+  Colour back;
+  std::string focus;
 };
 Game game;
 
@@ -89,98 +95,54 @@ std::string point(const Point& p) {
   return "[" + number(p.x) + "," + number(p.y) + "]";
 }
 
-// ---- the controls --------------------------------------------------------------------------
+// ---- the view ------------------------------------------------------------------------------
 
-bool shownInPage(const MatchForm& f, const Control& c) {
-  // A shirt number is painted as part of its player; the die faces are a store, never shown.
-  return indexIn(f.Tnum, c) < 0 && indexIn(f.Di, c) < 0;
+std::string flag(bool b) {
+  return b ? "true" : "false";
 }
 
-const TextBox* numberOf(MatchForm& f, const Control& c) {
-  const int player = indexIn(f.Player, c);
-  return player >= 0 ? &f.Tnum[static_cast<std::size_t>(player)] : nullptr;
+std::string rect(const PixelRect& r) {
+  return "[" + number(r.x) + "," + number(r.y) + "," + number(r.width) + "," + number(r.height) +
+         "]";
 }
 
-std::string imageOf(const Control& c) {
-  if (c.kind == Kind::Picture) return static_cast<const Picture&>(c).Image;
-  if (c.kind == Kind::CommandButton) return static_cast<const CommandButton&>(c).Image;
-  return "";
-}
-
-std::string textStyle(const TextStyle& style) {
-  return ",\"px\":" + number(style.px) + ",\"bold\":" + (style.bold ? "true" : "false") +
-         ",\"italic\":" + (style.italic ? "true" : "false") +
-         ",\"left\":" + (style.align == Align::Left ? "true" : "false");
-}
-
-// What never changes: "name": {kind, parent, window, text style, group, picture}.
-std::string describeControl(const MatchForm& f, const Control& c) {
-  std::string out = quoted(c.name) + ":{\"kind\":" + quoted(kindName(c.kind));
-  out += ",\"parent\":" + (c.parent != nullptr ? quoted(c.parent->name) : "null");
-  out += ",\"closing\":" + std::string(f.LinksForm.holds(c) ? "true" : "false");
-  out += textStyle(textStyleFor(c.name));
-  if (c.kind == Kind::OptionButton)
-    out += ",\"group\":" + std::to_string(static_cast<const OptionButton&>(c).group);
-  if (c.kind == Kind::CommandButton && !imageOf(c).empty())
-    out += ",\"bare\":" + std::string(bareButton(imageOf(c)) ? "true" : "false");
-  return out + "}";
-}
-
-// What the rules may change: geometry first, then what the control shows.
-std::string stateOf(MatchForm& f, const Control& c) {
-  std::string out = "{\"at\":[" + number(c.Left) + "," + number(c.Top) + "," + number(c.Width) +
-                    "," + number(c.Height) + "]";
-  out += ",\"visible\":" + std::string(c.Visible ? "true" : "false");
-  out += ",\"enabled\":" + std::string(c.Enabled ? "true" : "false");
-  out += ",\"back\":" + colour(c.BackColor) + ",\"fore\":" + colour(c.ForeColor);
-  out += ",\"tip\":" + quoted(c.ToolTipText) + ",\"text\":" + quoted(captionOf(c));
-  out += ",\"image\":" + quoted(imageOf(c));
-  switch (c.kind) {
-    case Kind::CheckBox:
-      out += ",\"value\":" + std::to_string(static_cast<const CheckBox&>(c).Value);
-      break;
-    case Kind::OptionButton:
-      out += ",\"value\":" + std::string(static_cast<const OptionButton&>(c).Value ? "1" : "0");
-      break;
-    case Kind::TextBox:
-      out += ",\"locked\":" + std::string(static_cast<const TextBox&>(c).Locked ? "true" : "false");
-      break;
-    case Kind::ScrollBar: {
-      const auto& bar = static_cast<const ScrollBar&>(c);
-      out += ",\"value\":" + std::to_string(bar.Value) + ",\"min\":" + std::to_string(bar.Min) +
-             ",\"max\":" + std::to_string(bar.Max) + ",\"step\":" + std::to_string(bar.SmallChange);
-      break;
-    }
-    default:
-      break;
+// What the page draws of a control, as the view says it; `whole` with what never changes.
+std::string viewOf(const ControlView& v, bool closing, bool whole) {
+  const Control& c = *v.control;
+  std::string out = "{\"rect\":" + rect(v.rect);
+  if (whole) {
+    out += ",\"kind\":" + quoted(kindName(c.kind)) + ",\"parent\":" + quoted(v.parent) +
+           ",\"closing\":" + flag(closing) + ",\"piece\":" + flag(v.piece) +
+           ",\"bare\":" + flag(v.bare);
   }
-  // A player's shirt number is part of its picture.
-  if (const TextBox* n = numberOf(f, c))
-    out += ",\"number\":[" + quoted(n->Text) + "," + colour(n->ForeColor) + "," +
-           colour(n->BackColor) + "," + number(n->Left) + "," + number(n->Top) + "," +
-           number(n->Width) + "," + number(n->Height) + "]";
+  out += ",\"shown\":" + flag(v.shown) + ",\"enabled\":" + flag(v.enabled);
+  out += ",\"image\":" + quoted(v.image) + ",\"caption\":" + quoted(v.caption);
+  out += ",\"px\":" + number(v.fontPx) + ",\"bold\":" + flag(v.bold) +
+         ",\"italic\":" + flag(v.italic) + ",\"left\":" + flag(v.alignLeft);
+  out +=
+      ",\"back\":" + colour(v.back) + ",\"fore\":" + colour(v.fore) + ",\"tip\":" + quoted(v.tip);
+  out += ",\"locked\":" + flag(v.locked);
+  if (c.kind == Kind::ScrollBar)
+    out += ",\"value\":" + std::to_string(v.value) + ",\"min\":" + std::to_string(v.min) +
+           ",\"max\":" + std::to_string(v.max) + ",\"step\":" + std::to_string(v.step);
+  out += ",\"role\":" + quoted(roleName(v.role)) + ",\"name\":" + quoted(v.name) +
+         ",\"checked\":" + std::to_string(v.checked) + ",\"side\":" + std::to_string(v.side) +
+         ",\"tab\":" + std::to_string(v.tab) + ",\"pressable\":" + flag(v.pressable);
   return out + "}";
 }
 
-// The match told in words, where the window tells it: an entry of the page's own beside the
-// controls, shown from the first announcement on, left-aligned as the window's.
-constexpr std::string_view kNews = "news";
-
-std::string describeNews() {
-  TextStyle style = kNewsStyle;
-  style.align = Align::Left;
-  return quoted(kNews) + ":{\"kind\":\"news\",\"parent\":null,\"closing\":false" +
-         textStyle(style) + "}";
-}
-
-// Its state as a control's: the latest announcement as its text, in the window's own ink.
-std::string newsState() {
-  const std::string& said = game.announcer->latest();
-  return "{\"at\":[" + number(kNewsArea.left) + "," + number(kNewsArea.top) + "," +
-         number(kNewsArea.width) + "," + number(kNewsArea.height) +
-         "],\"visible\":" + (said.empty() ? "false" : "true") +
-         ",\"enabled\":true,\"back\":\"\",\"fore\":\"\",\"tip\":\"\",\"text\":" + quoted(said) +
-         ",\"image\":\"\"}";
+// Each change of `view` since its last glance: the whole control at first, only its place
+// when it only moved.
+void appendChanges(FormView& view, bool closing, bool first, std::string& out) {
+  for (const FormView::Change& ch : view.glance()) {
+    const ControlView& v = view.controls()[static_cast<std::size_t>(ch.index)];
+    out += (out.back() == '{' ? "" : ",") + quoted(v.control->name) + ":";
+    if (!ch.redrawn && !ch.restated)
+      out += "{\"rect\":" + rect(v.rect) + "}";
+    else
+      out += viewOf(v, closing, first);
+    if (ch.redrawn && !first) out.insert(out.size() - 1, ",\"redrawn\":true");
+  }
 }
 
 std::string fill(const Fill& f) {
@@ -236,9 +198,11 @@ void start(double wallMs) {
   MatchForm& f = *game.form;
   game.pace = std::make_unique<Pace>(f);
   game.announcer = std::make_unique<Announcer>(f);
+  game.main = std::make_unique<FormView>(f, FormWindowId::Main);
+  game.closing = std::make_unique<FormView>(f, FormWindowId::Closing);
   f.platform.showMessage = [](const Message& m) {
     game.pace->hold();  // released by the page when the box is closed
-    pageShowMessage(m.Title.c_str(), m.Text.c_str(), m.critical);
+    pageShowMessage(m.Title.c_str(), messageLines(m.Text).c_str(), m.critical);
   };
   f.platform.openUrl = [](const std::string& url) { return pageOpenUrl(url.c_str()); };
   f.platform.quit = [] { pageQuit(); };
@@ -246,74 +210,82 @@ void start(double wallMs) {
   game.pace->start(static_cast<Millis>(wallMs));
 }
 
-// Every control the page shows, in the order the window stacks them (later ones on top).
-std::string controls() {
-  MatchForm& f = *game.form;
-  std::string out = "{";
-  forEachControl(f, [&](Control& c) {
-    if (!shownInPage(f, c)) return;
-    out += (out.size() > 1 ? "," : "") + describeControl(f, c);
-  });
-  return out + "," + describeNews() + "}";
+// The page is `width` x `height` CSS pixels at `ratio` device pixels to one: both windows at
+// the largest scale at which the main window fits, the closing one at the same scale. Their
+// sizes in CSS pixels, and the news line's place and type.
+std::string layout(double width, double height, double ratio) {
+  const Placement main = fitInto(kMatchClient, width, height, ratio, false);
+  game.main->place(main);
+  game.closing->place(main);
+  const auto size = [&](ClientSize c) {
+    return "[" + number(c.width / kTwipsPerPixel * main.scale) + "," +
+           number(c.height / kTwipsPerPixel * main.scale) + "]";
+  };
+  return "{\"main\":" + size(kMatchClient) + ",\"closing\":" + size(kLinksClient) +
+         ",\"news\":" + rect(game.main->newsRect()) +
+         ",\"newsPx\":" + number(game.main->newsFontPx()) +
+         ",\"newsItalic\":" + flag(kNewsStyle.italic) + ",\"newsBold\":" + flag(kNewsStyle.bold) +
+         "}";
 }
 
-// The form, and each control whose state changed since the last call (all of them at first),
-// the news among them.
-std::string state() {
+// What changed on screen since the last call (everything at the first): the windows, the
+// focus, the news, and each control whose view changed.
+std::string changes() {
   MatchForm& f = *game.form;
   game.announcer->update(f);
-  std::string out = "{\"visible\":" + std::string(f.Visible ? "true" : "false") +
-                    ",\"closing\":" + (f.LinksForm.Visible ? "true" : "false") +
-                    ",\"ended\":" + (f.Ended ? "true" : "false") +
-                    ",\"back\":" + colour(f.BackColor) + ",\"focus\":" + quoted(f.ActiveControl) +
-                    ",\"controls\":{";
-  bool first = true;
-  auto send = [&](std::string_view name, std::string now) {
-    std::string& last = game.sent[std::string(name)];
-    if (now == last) return;
-    out += (first ? "" : ",") + quoted(name) + ":" + now;
-    first = false;
-    last = std::move(now);
+  const bool first = !game.formSent;
+  std::string out = "{";
+  auto field = [&](std::string_view name, const std::string& value) {
+    out += (out.size() > 1 ? "," : "") + quoted(name) + ":" + value;
   };
-  forEachControl(f, [&](Control& c) {
-    if (shownInPage(f, c)) send(c.name, stateOf(f, c));
-  });
-  send(kNews, newsState());
+  if (first || f.Visible != game.shown) field("visible", flag(game.shown = f.Visible));
+  if (first || f.LinksForm.Visible != game.closingShown)
+    field("closing", flag(game.closingShown = f.LinksForm.Visible));
+  if (first || f.Ended != game.ended) field("ended", flag(game.ended = f.Ended));
+  if (first || f.BackColor != game.back) field("back", colour(game.back = f.BackColor));
+  if (first || f.ActiveControl != game.focus) field("focus", quoted(game.focus = f.ActiveControl));
+  if (const std::string& said = game.announcer->latest(); first || said != game.newsSent)
+    field("news", quoted(game.newsSent = said));
+  field("controls", "{");
+  appendChanges(*game.main, false, first, out);
+  appendChanges(*game.closing, true, first, out);
+  game.formSent = true;
   return out + "}}";
 }
 
 // Picture `name` as shapes for a box of `width` x `height` CSS pixels.
 std::string drawing(const std::string& name, double width, double height, bool hovered, bool down,
                     bool focused) {
-  MatchForm& f = *game.form;
-  const Control* c = find(name);
-  if (c == nullptr) return "{\"opacity\":1,\"shapes\":[]}";
-  Look look;
-  look.back = toRgba(c->BackColor);
-  look.hovered = hovered && c->Enabled;
-  look.opensLeft = goalMouth(c->name) == Mouth::OpensLeft;
-  if (const TextBox* n = numberOf(f, *c); n != nullptr && c->Width > 0 && c->Height > 0) {
-    look.number = n->Text;
-    look.numberInk = toRgba(n->ForeColor);
-    look.numberBack = toRgba(n->BackColor);
-    look.numberBox = {n->Left / c->Width, n->Top / c->Height, n->Width / c->Width,
-                      n->Height / c->Height};
-  }
+  const ControlView* v = game.main->find(name);
+  if (v == nullptr) v = game.closing->find(name);
+  if (v == nullptr) return "{\"opacity\":1,\"shapes\":[]}";
+  const Look look = lookOf(*v, hovered);
   const Box room{0, 0, width, height};
-  const Drawing d = c->kind == Kind::CommandButton
-                        ? describeButton(imageOf(*c), look, {down, focused, c->Enabled}, room)
-                        : describePicture(imageOf(*c), look, room);
+  const Drawing d = v->control->kind == Kind::CommandButton
+                        ? describeButton(v->image, look, {down, focused, v->enabled}, room)
+                        : describePicture(v->image, look, room);
   std::string out = "{\"opacity\":" + number(d.opacity) + ",\"shapes\":[";
   for (std::size_t i = 0; i < d.shapes.size(); ++i) out += (i > 0 ? "," : "") + shape(d.shapes[i]);
   return out + "]}";
 }
 
-// The main window's tab stops in Tab's order, as a JSON list of names.
-std::string tabOrderNames() {
-  std::string out = "[";
-  for (const std::string& name : tabOrder(*game.form))
-    out += (out.size() > 1 ? "," : "") + quoted(name);
-  return out + "]";
+// Where arrow `arrow` (0 up, 1 down, 2 left, 3 right) takes the focus from control `name`:
+// {"to": name, "press": true when the control it reaches is pressed too}.
+std::string arrow(const std::string& name, int arrow) {
+  FormView& view = game.main->find(name) != nullptr ? *game.main : *game.closing;
+  const ArrowMove move = view.arrow(name, static_cast<Arrow>(arrow));
+  return "{\"to\":" + quoted(move.to) + ",\"press\":" + flag(move.press) +
+         ",\"own\":" + flag(move.own) + "}";
+}
+
+// What Escape presses where the focus is: in the closing window, its Exit.
+std::string escapeTarget() {
+  return game.form->LinksForm.Visible ? game.closing->escape() : game.main->escape();
+}
+
+// The size a text `textWidth` pixels wide is shown at in a box `boxWidth` pixels wide.
+double fitText(double fontPx, double boxWidth, double textWidth) {
+  return fittedPx(fontPx, game.main->placement().scale, boxWidth, textWidth);
 }
 
 // Brings the game up to the wall clock, telling what happened until then, as the window does
@@ -333,6 +305,7 @@ void clickClosing(double wallMs) {
   userClickLinksForm(*game.form);
 }
 void key(int keyAscii, double wallMs) {
+  if (!reachesGame(static_cast<std::uint32_t>(keyAscii))) return;
   catchUp(wallMs);
   userKey(*game.form, keyAscii);
 }
@@ -375,8 +348,11 @@ void messageClosed(double wallMs) {
 
 EMSCRIPTEN_BINDINGS(quorvel) {
   emscripten::function("start", &start);
-  emscripten::function("controls", &controls);
-  emscripten::function("state", &state);
+  emscripten::function("layout", &layout);
+  emscripten::function("changes", &changes);
+  emscripten::function("arrow", &arrow);
+  emscripten::function("escapeTarget", &escapeTarget);
+  emscripten::function("fitText", &fitText);
   emscripten::function("drawing", &drawing);
   emscripten::function("click", &click);
   emscripten::function("clickClosing", &clickClosing);
@@ -388,7 +364,6 @@ EMSCRIPTEN_BINDINGS(quorvel) {
   emscripten::function("nextWakeIn", &nextWakeIn);
   emscripten::function("messageClosed", &messageClosed);
   emscripten::function("virtualTime", &virtualTime);
-  emscripten::function("tabOrder", &tabOrderNames);
 }
 
 }  // namespace quorvel

@@ -1,17 +1,13 @@
-// The page: the game's main window and its closing window, as the desktop shows them. Every
-// control is an element placed from the stored layout, pictures on canvases, the others HTML
-// controls; the match is told in words in a live region, and Tab takes the window's order.
-// What a person does goes to the game through bridge.cpp, and what the game changed comes back
-// from it. The page holds no rule.
+// The page: the game's main window and its closing window, as the view of the form (src/view/)
+// describes them for both fronts. This script only draws what the view says: an element for
+// each control at the rectangle it gives, pictures on canvases, the others HTML controls, with
+// the role, name, state and Tab stop it gives; the arrows, Space, Enter and Escape do what it
+// says. What a person does goes to the game through bridge.cpp, and what changed comes back
+// from it as a list. The page holds no rule and decides nothing of its own.
 'use strict';
 
-const kTwipsPerPixel = 15;
-const kMainClient = [18720, 11520];  // twips, as src/ui/layout.h has them
-const kClosingClient = [6240, 4440];
-
 const page = {
-  views: new Map(),  // control name -> its view
-  scale: 1,
+  views: new Map(),  // control name -> its element and the view last drawn
   ratio: 1,  // device pixels to a CSS pixel
   syncing: false,  // the page, not the person, is moving the focus
   timer: 0,
@@ -22,46 +18,50 @@ Module.page = page;
 
 const now = () => performance.now();
 const byId = (id) => document.getElementById(id);
+const kArrows = { ArrowUp: 0, ArrowDown: 1, ArrowLeft: 2, ArrowRight: 3 };
 
-// ---- the views ---------------------------------------------------------------------------
+// ---- the elements --------------------------------------------------------------------------
 
-function makeElement(name, info) {
-  const clicks = (el) => {
-    el.addEventListener('click', () => input(() => Module.click(name, now())));
-    return el;
-  };
-  switch (info.kind) {
+function clicks(name, el) {
+  el.addEventListener('click', () => input(() => Module.click(name, now())));
+  return el;
+}
+
+// The element for a control of kind `kind` in role `role`.
+function makeElement(name, v) {
+  switch (v.kind) {
     case 'picture': {
       // A picture may hold other controls (the board holds its two words): a box round a canvas.
-      const picture = clicks(document.createElement('div'));
-      picture.setAttribute('role', 'img');
+      const picture = clicks(name, document.createElement('div'));
+      picture.classList.add('picture');
       picture.appendChild(document.createElement('canvas'));
       return picture;
     }
     case 'command button': {
-      const button = clicks(document.createElement('button'));
-      if (info.bare !== undefined) {
-        button.className = 'picture';
+      const button = clicks(name, document.createElement('button'));
+      if (v.image) {
+        button.classList.add('picture');
         button.appendChild(document.createElement('canvas'));
         // A flag vanishes when clicked: the mouse leaves the focus where it was.
-        if (info.bare) button.addEventListener('mousedown', (e) => e.preventDefault());
+        if (v.bare) button.addEventListener('mousedown', (e) => e.preventDefault());
       }
       return button;
     }
     case 'check box':
     case 'option button': {
       const label = document.createElement('label');
-      const box = clicks(document.createElement('input'));
-      box.type = info.kind === 'check box' ? 'checkbox' : 'radio';
+      const box = clicks(name, document.createElement('input'));
+      box.type = v.kind === 'check box' ? 'checkbox' : 'radio';
       label.append(box, document.createElement('span'));
       return label;
     }
     case 'text box': {
-      const edit = clicks(document.createElement('input'));
+      if (v.role !== 'entry') return clicks(name, document.createElement('div'));
+      const edit = clicks(name, document.createElement('input'));
       edit.type = 'text';
       edit.spellcheck = false;
       edit.addEventListener('input', () => input(() => {
-        if (!Module.edit(name, edit.value, now())) edit.value = view(name).state.text;
+        if (!Module.edit(name, edit.value, now())) edit.value = view(name).v.caption;
       }));
       return edit;
     }
@@ -70,16 +70,6 @@ function makeElement(name, info) {
       bar.type = 'range';
       bar.addEventListener('input', () => input(() => Module.scroll(name, Number(bar.value), now())));
       return bar;
-    }
-    case 'news': {
-      const news = document.createElement('p');
-      news.setAttribute('aria-live', 'polite');  // read out whenever it changes
-      return news;
-    }
-    case 'frame': {
-      const frame = document.createElement('div');
-      frame.setAttribute('role', 'group');
-      return frame;
     }
     default:
       return document.createElement('div');
@@ -91,204 +81,224 @@ function view(name) {
 }
 
 // The element that takes focus and input: a check box's box, not its label.
-function target(v) {
-  return v.info.kind === 'check box' || v.info.kind === 'option button' ? v.el.firstChild : v.el;
+function target(c) {
+  return c.v.kind === 'check box' || c.v.kind === 'option button' ? c.el.firstChild : c.el;
 }
 
-function build() {
-  const all = JSON.parse(Module.controls());
-  for (const name of Object.keys(all)) {
-    const info = all[name];
-    const el = makeElement(name, info);
-    el.classList.add('control', info.kind.replace(' ', '-'));
-    const v = { name, info, el, state: null, drawn: '', hovered: false, down: false };
-    page.views.set(name, v);
-    target(v).dataset.name = name;
-    v.canvas = el.querySelector('canvas');
-    if (el.classList.contains('picture')) {
-      const redraw = (key, on) => () => { v[key] = on; draw(v, true); };
-      el.addEventListener('pointerenter', redraw('hovered', true));
-      el.addEventListener('pointerleave', redraw('hovered', false));
-      el.addEventListener('pointerdown', redraw('down', true));
-      el.addEventListener('pointerup', redraw('down', false));
-      el.addEventListener('focus', () => draw(v, true));
-      el.addEventListener('blur', () => draw(v, true));
-    }
+function create(name, v) {
+  const el = makeElement(name, v);
+  el.classList.add('control', v.kind.replace(' ', '-'));
+  const c = { name, v, el, hovered: false, down: false };
+  page.views.set(name, c);
+  target(c).dataset.name = name;
+  c.canvas = el.querySelector('canvas');
+  if (c.canvas) {
+    const redraw = (key, on) => () => { c[key] = on; draw(c); };
+    el.addEventListener('pointerenter', redraw('hovered', true));
+    el.addEventListener('pointerleave', redraw('hovered', false));
+    el.addEventListener('pointerdown', redraw('down', true));
+    el.addEventListener('pointerup', redraw('down', false));
+    el.addEventListener('focus', () => draw(c));
+    el.addEventListener('blur', () => draw(c));
   }
-  // Into its frame (which may come later in the list) or its window, in the list's order.
-  for (const v of page.views.values()) {
-    const holder = v.info.parent ? view(v.info.parent).el : byId(v.info.closing ? 'closing' : 'main');
-    holder.appendChild(v.el);
+  return c;
+}
+
+// ---- drawing what the view says ------------------------------------------------------------
+
+function draw(c) {
+  if (!c.canvas) return;
+  const [, , width, height] = c.v.rect;
+  const w = Math.round(width * page.ratio), h = Math.round(height * page.ratio);
+  if (c.canvas.width !== w || c.canvas.height !== h) {
+    c.canvas.width = w;
+    c.canvas.height = h;
+    c.canvas.style.width = `${width}px`;
+    c.canvas.style.height = `${height}px`;
   }
-  // The banners wait under the pitch until they slide out below it.
-  for (const name of ['Banner(0)', 'Banner(1)']) byId('main').prepend(view(name).el);
-  // Tab takes the game's order, as in the window.
-  JSON.parse(Module.tabOrder()).forEach((name, i) => { view(name).tab = i + 1; });
+  const drawing = Module.drawing(c.name, width, height, c.hovered, c.down,
+                                 document.activeElement === c.el);
+  paintPicture(c.canvas, JSON.parse(drawing), page.ratio);
 }
 
-// ---- placing -------------------------------------------------------------------------------
-
-// Both edges are rounded from the form's own grid, on device pixels, so that neighbours never
-// gap or overlap.
-function rectOf(v) {
-  const absolute = (w) => {
-    let [left, top] = w.state.at;
-    for (let p = w.info.parent; p; p = view(p).info.parent) {
-      left += view(p).state.at[0];
-      top += view(p).state.at[1];
-    }
-    const s = page.scale / kTwipsPerPixel;
-    const snap = (t) => Math.round(t * s * page.ratio) / page.ratio;
-    return [snap(left), snap(top), snap(left + w.state.at[2]), snap(top + w.state.at[3])];
-  };
-  const [x0, y0, x1, y1] = absolute(v);
-  if (!v.info.parent) return [x0, y0, x1 - x0, y1 - y0];
-  const [px, py] = absolute(view(v.info.parent));
-  return [x0 - px, y0 - py, x1 - x0, y1 - y0];
+function place(c) {
+  const [left, top, width, height] = c.v.rect;
+  Object.assign(c.el.style, { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
 }
 
-function place(v) {
-  const [left, top, width, height] = rectOf(v);
-  Object.assign(v.el.style, {
-    left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px`,
-    fontSize: `${v.info.px * page.scale}px`,
-  });
-  if (v.canvas) {
-    const w = Math.round(width * page.ratio), h = Math.round(height * page.ratio);
-    if (v.canvas.width !== w || v.canvas.height !== h) {
-      v.canvas.width = w;
-      v.canvas.height = h;
-      v.canvas.style.width = `${width}px`;
-      v.canvas.style.height = `${height}px`;
-      v.size = [width, height];
-      draw(v, true);
-    }
+// A text longer than its box is shown smaller rather than cut off, by the view's rule.
+const measure = document.createElement('canvas').getContext('2d');
+function fitText(c) {
+  const v = c.v;
+  let px = v.px;
+  if (v.kind === 'text box') {
+    measure.font = `${v.italic ? 'italic ' : ''}${v.bold ? 'bold ' : ''}${px}px ${getComputedStyle(c.el).fontFamily}`;
+    px = Module.fitText(px, v.rect[2], measure.measureText(v.caption).width);
   }
+  c.el.style.fontSize = `${px}px`;
 }
 
-// Each window at the largest scale that fits the browser's, keeping proportions; the closing
-// window at the scale the main window has, as small beside it as on the desktop.
-function layout() {
-  page.ratio = window.devicePixelRatio || 1;
-  page.scale = Math.min(innerWidth * kTwipsPerPixel / kMainClient[0],
-                        innerHeight * kTwipsPerPixel / kMainClient[1]);
-  const size = (id, client) => {
-    byId(id).style.width = `${client[0] / kTwipsPerPixel * page.scale}px`;
-    byId(id).style.height = `${client[1] / kTwipsPerPixel * page.scale}px`;
-  };
-  size('main', kMainClient);
-  size('closing', kClosingClient);
-  for (const v of page.views.values()) {
-    if (!v.state) continue;
-    place(v);
-    if (v.info.kind === 'text box') fitText(v);
-  }
-}
-
-// ---- what the game shows ------------------------------------------------------------------
-
-function draw(v, force) {
-  if (!v.canvas || !v.state || !v.size) return;
-  const s = v.state;
-  const key = JSON.stringify([s.image, s.back, s.enabled, s.number, v.size, page.ratio]);
-  if (!force && key === v.drawn) return;
-  v.drawn = key;
-  const drawing = Module.drawing(v.name, v.size[0], v.size[1], v.hovered, v.down,
-                                 document.activeElement === v.el);
-  paintPicture(v.canvas, JSON.parse(drawing), page.ratio);
-}
-
-function show(v) {
-  const s = v.state, was = v.was;
-  const el = v.el, box = target(v);
-  if (String(s.at) !== String(was.at)) place(v);
-  el.hidden = !s.visible;
-  if ('disabled' in box) box.disabled = !s.enabled;
-  // Tab passes over a locked box and an option not chosen, as the window's.
-  const passedOver = s.locked || (v.info.kind === 'option button' && s.value === 0);
-  if (v.tab) box.tabIndex = passedOver ? -1 : v.tab;
-  el.classList.toggle('disabled', !s.enabled);
-  if (!v.canvas) el.style.backgroundColor = s.back;  // a picture paints its own
-  el.style.color = s.fore;
-  el.style.fontWeight = v.info.bold ? 'bold' : 'normal';
-  el.style.fontStyle = v.info.italic ? 'italic' : 'normal';
-  el.style.textAlign = v.info.left ? 'left' : 'center';
-  if (s.tip) el.title = s.tip;
+// Everything of the view but its place and picture.
+function restate(c) {
+  const v = c.v, el = c.el, box = target(c);
+  el.hidden = !v.shown;
+  if ('disabled' in box) box.disabled = !v.enabled;
+  el.classList.toggle('disabled', !v.enabled);
+  if (!c.canvas) el.style.backgroundColor = v.back;  // a picture paints its own
+  el.style.color = v.fore;
+  el.style.fontWeight = v.bold ? 'bold' : 'normal';
+  el.style.fontStyle = v.italic ? 'italic' : 'normal';
+  el.style.textAlign = v.left ? 'left' : 'center';
+  fitText(c);
+  if (v.tip) el.title = v.tip;
   else el.removeAttribute('title');
-  // A name for those who cannot see the picture: its tip, else its caption, else the control.
-  if (v.info.kind !== 'news' && (v.canvas || !s.text)) {
-    box.setAttribute('aria-label', s.tip || s.text || v.name);
-  }
-  switch (v.info.kind) {
+  // The role, name and Tab stop the view gives; a picture that is pressed is a button.
+  const role = { button: el.tagName === 'BUTTON' ? null : 'button', graphic: 'img', group: 'group',
+                 text: 'note', label: null }[v.role];
+  if (role) el.setAttribute('role', role);
+  if (v.name) box.setAttribute('aria-label', v.name);
+  else box.removeAttribute('aria-label');
+  if (v.role === 'graphic' && !v.name) el.setAttribute('aria-hidden', 'true');
+  else el.removeAttribute('aria-hidden');
+  const focusable = v.role !== 'graphic' && v.role !== 'group' && v.role !== 'label' && v.role !== 'text';
+  if (focusable) box.tabIndex = v.tab > 0 ? v.tab : -1;
+  switch (v.kind) {
     case 'command button':
-      if (!v.canvas) el.textContent = s.text;
+      if (!c.canvas) el.textContent = v.caption;
       break;
     case 'check box':
     case 'option button':
-      el.lastChild.textContent = s.text;
-      box.checked = s.value !== 0;  // re-asserted: a click toggles the box before the game says
+      el.lastChild.textContent = v.caption;
+      box.checked = v.checked === 1;
       break;
     case 'text box':
       // Only the game's own changes are written back, so typing is never overwritten.
-      if (s.text !== was.text && el.value !== s.text) el.value = s.text;
-      el.readOnly = s.locked;
-      el.classList.toggle('locked', s.locked);
-      fitText(v);
+      if (v.role === 'entry') {
+        if (v.caption !== c.said && el.value !== v.caption) el.value = v.caption;
+        el.readOnly = v.locked;
+        el.classList.toggle('locked', v.locked);
+      } else {
+        el.textContent = v.caption;
+        el.style.justifyContent = v.left ? 'flex-start' : 'center';
+      }
+      c.said = v.caption;
       break;
     case 'scroll bar':
-      Object.assign(el, { min: s.min, max: s.max, step: s.step });
-      el.value = s.value;
-      break;
-    case 'news':
-      el.textContent = s.text;
+      Object.assign(el, { min: v.min, max: v.max, step: v.step });
+      el.value = v.value;
       break;
     case 'frame':
+      el.dataset.caption = v.caption;
+      break;
     case 'label':
-      if (s.text !== was.text) el.dataset.caption = s.text;
-      if (v.info.kind === 'label') el.textContent = s.text;
+      el.textContent = v.caption;
       break;
   }
-  draw(v, false);
 }
 
-// A text longer than its box is shown smaller rather than cut off, as in the window.
-function fitText(v) {
-  const full = v.info.px * page.scale;
-  v.el.style.fontSize = `${full}px`;
-  const room = v.el.clientWidth, needed = v.el.scrollWidth;
-  if (needed > room && room > 0) v.el.style.fontSize = `${full * Math.max(0.6, room / needed)}px`;
-}
-
-// Brings the page up to the game: the windows, each control that changed, the focus.
+// Brings the page up to the game: the windows, each control the view says changed, the focus.
 function refresh() {
-  const s = JSON.parse(Module.state());
-  byId('main').hidden = !s.visible;
-  byId('closing').hidden = !s.closing;
-  document.body.style.backgroundColor = s.back;
-  // Every state first: a control is placed inside its frame's.
-  const changed = Object.keys(s.controls).map((name) => {
-    const v = view(name);
-    v.was = v.state || {};
-    v.state = s.controls[name];
-    return v;
-  });
-  changed.forEach(show);
-  if (s.focus !== page.focus) {
-    page.focus = s.focus;
-    const v = view(s.focus);
-    if (v && v.state.enabled && v.state.visible) {
-      page.syncing = true;
-      target(v).focus({ preventScroll: true });
-      page.syncing = false;
-    }
+  if (page.ended) return;
+  const s = JSON.parse(Module.changes());
+  if ('visible' in s) byId('main').hidden = !s.visible;
+  if ('closing' in s) byId('closing').hidden = !s.closing;
+  if ('back' in s) document.body.style.backgroundColor = s.back;
+  if ('news' in s) {
+    byId('news').textContent = s.news;
+    byId('news').hidden = !s.news;
   }
+  const fresh = [];
+  for (const name of Object.keys(s.controls)) {
+    const change = s.controls[name];
+    let c = view(name);
+    if (!c) {
+      c = create(name, change);
+      fresh.push(c);
+    }
+    const moved = Object.keys(change).length === 1;
+    Object.assign(c.v, change);
+    place(c);
+    if (!moved) restate(c);
+    if (fresh.includes(c) || change.redrawn) draw(c);
+  }
+  // Into its container (which may come later in the list) or its window, in the list's order.
+  for (const c of fresh) {
+    const holder = c.v.parent ? view(c.v.parent).el : byId(c.v.closing ? 'closing' : 'main');
+    holder.appendChild(c.el);
+  }
+  if ('focus' in s) page.focus = s.focus;
+  focusAsTheGameHasIt('focus' in s);
   schedule();
+}
+
+// The keyboard focus goes where the game has it, when the game moved it, or when the control
+// that had it was hidden or disabled under it.
+function focusAsTheGameHasIt(moved) {
+  const c = view(page.focus);
+  if (!c || !c.v.shown || !c.v.enabled) return;
+  const el = target(c);
+  if (!moved && (document.activeElement === el || document.activeElement !== document.body)) return;
+  page.syncing = true;
+  el.focus({ preventScroll: true });
+  page.syncing = false;
 }
 
 // A person's input reaches the game, then the page shows what it did.
 function input(deliver) {
   deliver();
   refresh();
+  // A box the browser ticked on the click shows what the game made of it: refused, it is clear.
+  for (const c of page.views.values())
+    if (c.v.checked >= 0) target(c).checked = c.v.checked === 1;
+}
+
+function layout() {
+  const ratio = window.devicePixelRatio || 1;
+  const sharper = ratio !== page.ratio;
+  page.ratio = ratio;
+  const sizes = JSON.parse(Module.layout(innerWidth, innerHeight, page.ratio));
+  const size = (id, [width, height]) => Object.assign(byId(id).style, { width: `${width}px`, height: `${height}px` });
+  size('main', sizes.main);
+  size('closing', sizes.closing);
+  const [left, top, width, height] = sizes.news;
+  Object.assign(byId('news').style, { left: `${left}px`, top: `${top}px`, width: `${width}px`,
+                                      height: `${height}px`, fontSize: `${sizes.newsPx}px`,
+                                      fontStyle: sizes.newsItalic ? 'italic' : 'normal',
+                                      fontWeight: sizes.newsBold ? 'bold' : 'normal' });
+  if (page.views.size === 0) return;
+  refresh();
+  if (sharper) for (const c of page.views.values()) draw(c);
+}
+
+// ---- keys ------------------------------------------------------------------------------------
+
+function onKey(e) {
+  if (byId('message').open) return;
+  const name = e.target.dataset && e.target.dataset.name;
+  const c = name && view(name);
+  if (e.key === 'Escape') {
+    const exit = Module.escapeTarget();
+    if (exit) input(() => Module.click(exit, now()));
+    return;
+  }
+  if (c && e.key in kArrows) {
+    const move = JSON.parse(Module.arrow(name, kArrows[e.key]));
+    if (move.own) return;
+    e.preventDefault();
+    const to = view(move.to);
+    if (!to) return;
+    target(to).focus({ preventScroll: true });
+    if (move.press) input(() => Module.click(move.to, now()));
+    return;
+  }
+  // A picture that is pressed takes Space and Enter as a button does.
+  if (c && c.v.pressable && c.el.tagName !== 'BUTTON' && (e.key === ' ' || e.key === 'Enter')) {
+    e.preventDefault();
+    input(() => Module.click(name, now()));
+  }
+  // Every typed character reaches the game, whichever control has the focus, as the window's.
+  if (e.key.length !== 1 || e.ctrlKey || e.metaKey || e.altKey) return;
+  input(() => Module.key(e.key.charCodeAt(0), now()));
 }
 
 // ---- time ------------------------------------------------------------------------------------
@@ -312,7 +322,7 @@ function wake() {
 page.showMessage = (title, text, critical) => {
   const box = byId('message');
   byId('message-title').textContent = title;
-  byId('message-text').textContent = text.replaceAll('\r', '\n');
+  byId('message-text').textContent = text;
   box.classList.toggle('critical', critical);
   box.showModal();
 };
@@ -325,6 +335,10 @@ page.openUrl = (url) => {
 
 page.quit = () => {
   clearTimeout(page.timer);
+  page.timer = 0;
+  page.ended = true;
+  byId('main').hidden = true;
+  byId('closing').hidden = true;
   byId('ended').hidden = false;
 };
 
@@ -332,7 +346,6 @@ page.quit = () => {
 
 function startPage() {
   Module.start(now());
-  build();
   layout();
   refresh();
   addEventListener('resize', layout);
@@ -347,12 +360,7 @@ function startPage() {
   byId('closing').addEventListener('click', (e) => {
     if (e.target === byId('closing')) input(() => Module.clickClosing(now()));
   });
-  // Every typed character reaches the game, whichever control has the focus, as the window's.
-  addEventListener('keydown', (e) => {
-    if (byId('message').open || e.key.length !== 1 || e.ctrlKey || e.metaKey || e.altKey) return;
-    const code = e.key.charCodeAt(0);
-    if (code > 0 && code < 256) input(() => Module.key(code, now()));
-  });
+  addEventListener('keydown', onKey);
   addEventListener('focusin', (e) => {
     if (!page.syncing && e.target.dataset && e.target.dataset.name) Module.focus(e.target.dataset.name);
   });

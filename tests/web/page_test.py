@@ -4,6 +4,7 @@ file:// address with no network: first paint, Tab, a roll and a kick, Help, a pa
 open, a whole match played with the keypad and told in the news, Exit and the closing window.
 Screenshots of each step go to SHOTS.   page_test.py BUILD-WEB/quorvel.html [SHOTS]"""
 import os
+import re
 import sys
 
 from selenium import webdriver
@@ -21,8 +22,9 @@ PATIENCE = 60  # seconds: a guard against a hang, far beyond what any step needs
 HELPERS = r'''window.T = {
   view: (name) => Module.page.views.get(name),
   el: (name) => T.view(name).el,
-  text: (name) => T.view(name).state.text,
-  shown: (name) => { const v = T.view(name); return !v.el.hidden && v.el.offsetParent !== null; },
+  text: (name) => name === 'news' ? document.getElementById('news').textContent : T.view(name).v.caption,
+  shown: (name) => { const el = name === 'news' ? document.getElementById('news') : T.el(name);
+                     return !el.hidden && el.offsetParent !== null; },
   // The colour of a picture's canvas at (x, y), fractions of its size: [r, g, b, alpha].
   colour: (name, x, y) => { const c = T.view(name).canvas; return Array.from(c.getContext('2d')
     .getImageData(Math.floor(c.width * x), Math.floor(c.height * y), 1, 1).data); },
@@ -72,7 +74,7 @@ def first_paint():
     assert all(a == 255 and g > r + 40 and g > b + 40 for r, g, b, a in pitch), f'green? {pitch}'
     painted = js('T.players().map((p) => T.colour(p, 0.5, 0.5)[3])')
     assert painted == [255] * 22, f'22 players on show, every one painted: {painted}'
-    teams = js("[1, 12].map((p) => T.view(`Player(${p})`).state.back)"
+    teams = js("[1, 12].map((p) => T.view(`Player(${p})`).v.back)"
                     ".concat([1, 2].map((s) => T.el(`Team(${s})`).value))")
     assert teams[0] != teams[1] and all(teams), f'two teams, two colours, two names: {teams}'
     shot('web-load.png')
@@ -82,9 +84,36 @@ def first_paint():
     while stops[-1] != 'CDend' and len(stops) < 80:
         key(Keys.TAB)
         stops.append(js('document.activeElement.dataset.name'))
-    order = js('JSON.parse(Module.tabOrder())')
+    order = js('arguments[0].map((name) => T.view(name).v.tab)', stops)
     assert stops[-1] == 'CDend' and {'Team(1)', 'Team(2)'} <= set(stops) and \
-        [order.index(s) for s in stops] == sorted(map(order.index, stops)), f'Tab: {stops}'
+        order == sorted(order) and not any(s.startswith('Banner') for s in stops), f'Tab: {stops}'
+
+
+def heard_and_pressed():
+    """What a screen reader hears and what keys do, before Start: as the window has them."""
+    label = "arguments[0].map((n) => T.el(n).tagName === 'LABEL' ? T.el(n).firstChild : T.el(n))" \
+            ".map((el) => el.getAttribute('aria-label'))"
+    names = js(label, ['Player(3)', 'Goals(1)', 'TXtim', 'CHsub(0)', 'Fra1'])
+    assert names[0].startswith('Team 1 number 3') and names[1:] == [
+        "Left team's goals: 0", 'Match clock: 00:00', "Left team's substitute: bring on number 12",
+        "Left team's formation"], f'players, scores, the clock, Sub boxes and panels say whose: {names}'
+    assert js("['Text2', 'TXver', 'Text1(0)'].every((n) => T.el(n).tagName !== 'INPUT')"), \
+        'a caption is text, not a box to type in'
+    click('CHsub(0)')  # refused before a match: the box stays clear
+    assert not js("T.el('CHsub(0)').firstChild.checked"), 'a refused Sub box shows clear'
+    # The arrows stay in a group of option buttons, choosing as they go.
+    js("T.el('OpName(1)').firstChild.focus()")
+    key(Keys.DOWN)  # Nations has nothing below it in its group
+    key(Keys.LEFT)
+    assert js("[document.activeElement.dataset.name, T.view('OpMode(0)').v.checked, "
+              "T.view('OpName(0)').v.checked]") == ['OpName(0)', 1, 1], \
+        'from Nations the arrows reach Clubs and choose it, and the mode stays'
+    key(Keys.RIGHT)  # back to Nations, as the page opened
+    # Space presses a colour swatch, as a click does.
+    back = js("T.view('RainB(0)').v.back")
+    js("T.el('RainB(0)').focus()")
+    key(Keys.SPACE)
+    assert js("T.view('RainB(0)').v.back") != back, 'Space on a swatch gives a new colour'
 
 
 def kick():
@@ -95,12 +124,22 @@ def kick():
         key(Keys.NUMPAD5)
     assert js('T.flags().length'), 'the keypad 5 rolls the die and flags are offered'
     shot('web-flags.png')
-    ball = js("T.view('Ball').state.at")
+    flags = js("T.flags().map((d) => T.el(`CDdest(${d})`).getAttribute('aria-label'))")
+    assert all(re.fullmatch(r'(Up|Down|Left|Right|Up-right|Down-right|Down-left|Up-left)'
+                            r'(, to column \d+ row \d+|, a shot at goal)', f) for f in flags), \
+        f'each flag says where it kicks: {flags}'
+    first = js('T.flags()[0]')
+    js('T.el(arguments[0]).focus()', f'CDdest({first})')
+    key(Keys.RIGHT if len(js('T.flags()')) > 1 else Keys.SPACE)
+    assert js("document.activeElement.dataset.name.startsWith('CDdest(')"), \
+        'the arrows move among the flags'
+    js('T.el(arguments[0]).focus()', f'CDdest({first})')
+    ball = js("T.view('Ball').v.rect")
     click(f'CDdest({js("T.flags()[0]")})')
     # The flight ends when the die is ready for the next roll: white again (black once rolled).
-    wait("T.flags().length === 0 && T.view('Cdice').state.back === '#ffffff'",
+    wait("T.flags().length === 0 && T.view('Cdice').v.back === '#ffffff'",
               'the flags go once one is clicked, the kick ends and the die is ready')
-    assert js("T.view('Ball').state.at") != ball, f'the ball left {ball}'
+    assert js("T.view('Ball').v.rect") != ball, f'the ball left {ball}'
     (bx, by), square = js("T.centre('Ball')"), js("T.el('Grass').clientWidth / 16")
     nearest = min(((px - bx) ** 2 + (py - by) ** 2) ** 0.5
                   for px, py in js('T.players().map(T.centre)'))
@@ -134,8 +173,9 @@ def play(url):
     driver.execute_cdp_cmd('Emulation.setVirtualTimePolicy', {'policy': 'advance'})
     js(HELPERS)
     first_paint()
+    heard_and_pressed()
     click('Chq')
-    wait("T.view('Chq').state.value === 1", 'Quickplay is ticked')
+    wait("T.view('Chq').v.checked === 1", 'Quickplay is ticked')
     click('CDgo')
     kick()
 
@@ -163,7 +203,8 @@ def play(url):
     assert driver.current_url.startswith('https://quorvel.example.org'), driver.current_url
     driver.switch_to.window(driver.window_handles[0])
     click('LinksForm.CDend')
-    wait("!document.getElementById('ended').hidden", 'Exit ends the game')
+    wait("!document.getElementById('ended').hidden && document.getElementById('closing').hidden",
+         "the closing window's Exit ends the game and takes the window away")
 
 
 if __name__ == '__main__':

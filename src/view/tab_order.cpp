@@ -1,6 +1,8 @@
-#include "ui/tab_order.h"
+#include "view/tab_order.h"
 
 #include <algorithm>
+
+#include "view/form_view.h"
 
 namespace quorvel {
 
@@ -11,7 +13,7 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
-struct Stop {
+struct TabStop {
   const Control* c;
   Rect block, own;  // its outermost frame's place (or its own), and its own
 };
@@ -26,29 +28,31 @@ Rect absolute(const Control& c) {
 }
 
 // Rows: a stop whose top lies in the upper half of the row's first stop joins that row.
-void readingOrder(std::vector<Stop>& stops, Rect Stop::*rect) {
-  std::stable_sort(stops.begin(), stops.end(),
-                   [rect](const Stop& a, const Stop& b) { return (a.*rect).top < (b.*rect).top; });
+void readingOrder(std::vector<TabStop>& stops, Rect TabStop::*rect) {
+  std::stable_sort(stops.begin(), stops.end(), [rect](const TabStop& a, const TabStop& b) {
+    return (a.*rect).top < (b.*rect).top;
+  });
   for (auto row = stops.begin(); row != stops.end();) {
     const Rect lead = (*row).*rect;
-    auto end = std::find_if(row, stops.end(), [&](const Stop& s) {
+    auto end = std::find_if(row, stops.end(), [&](const TabStop& s) {
       return (s.*rect).top >= lead.top + lead.height / 2;
     });
-    std::stable_sort(
-        row, end, [rect](const Stop& a, const Stop& b) { return (a.*rect).left < (b.*rect).left; });
+    std::stable_sort(row, end, [rect](const TabStop& a, const TabStop& b) {
+      return (a.*rect).left < (b.*rect).left;
+    });
     row = end;
   }
 }
 
 // A panel's blocks in reading order, and within a frame its own controls in reading order.
-void appendInOrder(std::vector<Stop>& panel, std::vector<std::string>& order) {
-  readingOrder(panel, &Stop::block);
+void appendInOrder(std::vector<TabStop>& panel, std::vector<std::string>& order) {
+  readingOrder(panel, &TabStop::block);
   for (auto first = panel.begin(); first != panel.end();) {
-    auto last =
-        std::find_if(first, panel.end(), [&](const Stop& s) { return !(s.block == first->block); });
-    std::vector<Stop> block(first, last);
-    readingOrder(block, &Stop::own);
-    for (const Stop& s : block) order.push_back(s.c->name);
+    auto last = std::find_if(first, panel.end(),
+                             [&](const TabStop& s) { return !(s.block == first->block); });
+    std::vector<TabStop> block(first, last);
+    readingOrder(block, &TabStop::own);
+    for (const TabStop& s : block) order.push_back(s.c->name);
     first = last;
   }
 }
@@ -70,15 +74,14 @@ bool takesTabStop(const Control& c) {
 std::vector<std::string> tabOrder(MatchForm& f) {
   const Rect pitch = absolute(f.Grass);
   enum Panel { kLeft, kRight, kColumnTop, kColumn, kPanels };
-  std::vector<Stop> panels[kPanels];
+  std::vector<TabStop> panels[kPanels];
   forEachControl(f, [&](Control& c) {
     if (f.LinksForm.holds(c) || !takesTabStop(c)) return;
-    // Shirt numbers are painted with their players, the die faces never shown; the flags
-    // stand wherever the ball is: see below.
-    if (indexIn(f.Tnum, c) >= 0 || indexIn(f.Di, c) >= 0 || indexIn(f.CDdest, c) >= 0) return;
+    // The flags stand wherever the ball is: see below.
+    if (!FormView::hasOwnView(f, c) || indexIn(f.CDdest, c) >= 0) return;
     const Control* outer = &c;
     while (outer->parent != nullptr) outer = outer->parent;
-    const Stop stop{&c, absolute(*outer), absolute(c)};
+    const TabStop stop{&c, absolute(*outer), absolute(c)};
     const double x = stop.block.left;
     const Panel panel = x < pitch.left + pitch.width / 2 ? kLeft
                         : x < pitch.left + pitch.width   ? kRight

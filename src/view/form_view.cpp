@@ -1,0 +1,476 @@
+#include "view/form_view.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include "ui/accessible_names.h"
+#include "ui/pictures.h"
+#include "view/tab_order.h"
+
+namespace quorvel {
+
+namespace {
+
+// Room a text box keeps between its text and its edges, in pixels at scale 1.
+constexpr double kTextMarginsPx = 6;
+// The least a text that does not fit is shrunk to, of its size.
+constexpr double kLeastShrink = 0.6;
+
+double snap(double v, double ratio) {
+  return std::round(v * ratio) / ratio;
+}
+
+struct Twips {
+  double left, top;
+};
+
+Twips absoluteCorner(const Control& c) {
+  Twips t{c.Left, c.Top};
+  for (const Control* p = c.parent; p != nullptr; p = p->parent) t.left += p->Left, t.top += p->Top;
+  return t;
+}
+
+// It and every container of it.
+template <typename Test>
+bool allTheWayOut(const Control& c, Test test) {
+  for (const Control* k = &c; k != nullptr; k = k->parent)
+    if (!test(*k)) return false;
+  return true;
+}
+
+bool isPiece(const MatchForm& f, const Control& c) {
+  return indexIn(f.Player, c) >= 0 || &c == &f.Ball;
+}
+
+// What the rules move about: the pieces, the flags that stand wherever the ball is, and the
+// banners that slide out from under the pitch.
+bool moves(const MatchForm& f, const Control& c) {
+  return isPiece(f, c) || indexIn(f.CDdest, c) >= 0 || indexIn(f.Banner, c) >= 0;
+}
+
+// The team a control belongs to, by the arrays that hold one per side.
+int sideOfControl(const MatchForm& f, const Control& c) {
+  if (const int i = indexIn(f.Player, c); i > 0) return i <= 11 ? 1 : 2;
+  for (int s = 1; s <= 2; ++s)
+    if (indexIn(f.Team, c) == s || indexIn(f.Goals, c) == s || indexIn(f.Poses, c) == s ||
+        indexIn(f.CDcontest, c) == s)
+      return s;
+  // Boxes and swatches 0 and 1 are the left side's, 2 and 3 the right side's.
+  if (const int i = std::max(indexIn(f.CHsub, c), indexIn(f.RainB, c)); i >= 0)
+    return i < 2 ? 1 : 2;
+  if (const int i = indexIn(f.OPForm, c); i >= 0) return i < 10 ? 1 : 2;
+  if (&c == &f.Fra1) return 1;
+  if (&c == &f.Fra2) return 2;
+  return 0;
+}
+
+// A text box a person types in (the team names, while they are open); the others only say
+// something, and are read as text.
+bool typedIn(const MatchForm& f, const Control& c) {
+  return indexIn(f.Team, c) >= 0;
+}
+
+Role roleOf(const MatchForm& f, const Control& c) {
+  switch (c.kind) {
+    case Kind::Picture:
+      return c.Click ? Role::Button : Role::Graphic;
+    case Kind::CommandButton:
+      return Role::Button;
+    case Kind::CheckBox:
+      return Role::CheckBox;
+    case Kind::OptionButton:
+      return Role::Radio;
+    case Kind::TextBox:
+      return typedIn(f, c) ? Role::Entry : Role::Text;
+    case Kind::ScrollBar:
+      return Role::Slider;
+    case Kind::Frame:
+      return Role::Group;
+    case Kind::Label:
+      return Role::Label;
+  }
+  return Role::Graphic;
+}
+
+// What a screen reader says of it. A text read as text says what it shows as well.
+std::string nameOf(const MatchForm& f, const Control& c, Role role) {
+  std::string name = accessibleName(f, c);
+  if (role != Role::Text) return name;
+  const std::string& shown = captionOf(c);
+  if (shown.empty() || shown == name) return name;
+  return name.empty() ? shown : name + ": " + shown;
+}
+
+// Qt's choice of the button an arrow reaches among `candidates`: the nearest one that way,
+// those in line with the one it starts from first.
+const ControlView* nearestThatWay(const FormView& view, const ControlView& from,
+                                  const std::vector<const ControlView*>& candidates, Arrow a) {
+  // Qt's centre of a rectangle: halfway between its first and last pixel, rounded down.
+  const auto centre = [](const PixelRect& r) {
+    return std::pair<long, long>{std::lround(std::floor(r.x + (r.width - 1) / 2)),
+                                 std::lround(std::floor(r.y + (r.height - 1) / 2))};
+  };
+  const PixelRect target = view.windowRect(*from.control);
+  const auto [gx, gy] = centre(target);
+  const ControlView* best = nullptr;
+  long bestScore = -1;
+  for (const ControlView* c : candidates) {
+    const PixelRect r = view.windowRect(*c->control);
+    const auto [px, py] = centre(r);
+    const bool inColumn = r.x < target.right() - 1 && target.x < r.right() - 1;
+    const bool inRow = r.y < target.bottom() - 1 && target.y < r.bottom() - 1;
+    long score = 0;
+    if (inColumn && (a == Arrow::Up || a == Arrow::Down))
+      score = (std::labs(py - gy) << 16) + std::labs(px - gx);
+    else if (inRow && (a == Arrow::Left || a == Arrow::Right))
+      score = (std::labs(px - gx) << 16) + std::labs(py - gy);
+    else
+      score = (1L << 30) + (py - gy) * (py - gy) + (px - gx) * (px - gx);
+    if (score > bestScore && best != nullptr) continue;
+    const bool thatWay = (a == Arrow::Up && py < gy) || (a == Arrow::Down && py > gy) ||
+                         (a == Arrow::Left && px < gx) || (a == Arrow::Right && px > gx);
+    if (thatWay) best = c, bestScore = score;
+  }
+  return best;
+}
+
+}  // namespace
+
+std::string spokenName(const MatchForm& f, const Control& c) {
+  return nameOf(f, c, roleOf(f, c));
+}
+
+std::string_view roleName(Role r) {
+  switch (r) {
+    case Role::Button:
+      return "button";
+    case Role::CheckBox:
+      return "check box";
+    case Role::Radio:
+      return "radio";
+    case Role::Entry:
+      return "entry";
+    case Role::Text:
+      return "text";
+    case Role::Slider:
+      return "slider";
+    case Role::Group:
+      return "group";
+    case Role::Graphic:
+      return "graphic";
+    case Role::Label:
+      return "label";
+  }
+  return {};
+}
+
+Placement fitInto(ClientSize client, double width, double height, double ratio, bool centre) {
+  const double naturalW = client.width / kTwipsPerPixel, naturalH = client.height / kTwipsPerPixel;
+  Placement p;
+  p.scale = std::min(width / naturalW, height / naturalH);
+  p.ratio = ratio;
+  if (centre) {
+    p.x = (width - naturalW * p.scale) / 2;
+    p.y = (height - naturalH * p.scale) / 2;
+  }
+  return p;
+}
+
+double fittedPx(double fontPx, double scale, double boxWidth, double textWidth) {
+  const double room = boxWidth - kTextMarginsPx * scale;
+  if (textWidth <= room || room <= 0) return fontPx;
+  return std::max({fontPx * kLeastShrink, fontPx * room / textWidth, std::min(fontPx, kLegiblePx)});
+}
+
+Look lookOf(const ControlView& v, bool hovered) {
+  Look look;
+  look.back = toRgba(v.back);
+  look.hovered = hovered && v.enabled;
+  look.opensLeft = v.opensLeft;
+  if (v.number != ShirtNumber{}) {
+    look.number = v.number.text;
+    look.numberInk = toRgba(v.number.ink);
+    look.numberBack = toRgba(v.number.back);
+    look.numberBox = {v.number.left, v.number.top, v.number.width, v.number.height};
+  }
+  return look;
+}
+
+std::string messageLines(std::string_view text) {
+  std::string lines(text);
+  std::replace(lines.begin(), lines.end(), '\r', '\n');
+  return lines;
+}
+
+bool FormView::hasOwnView(const MatchForm& f, const Control& c) {
+  // A shirt number is painted as part of its player; the die faces are a store, never shown.
+  return indexIn(f.Tnum, c) < 0 && indexIn(f.Di, c) < 0;
+}
+
+FormView::FormView(MatchForm& f, FormWindowId window) : f_(f), window_(window) {
+  auto add = [this](Control& c) {
+    ControlView v;
+    v.control = &c;
+    views_.push_back(std::move(v));
+  };
+  if (window == FormWindowId::Closing) {
+    for (Control* c : f.LinksForm.controls()) add(*c);
+    for (const ControlView& v : views_)
+      if (takesTabStop(*v.control)) order_.push_back(v.control->name);
+  } else {
+    // The banners wait under the pitch until they slide out below it.
+    for (auto& banner : f.Banner) add(banner);
+    forEachControl(f, [&](Control& c) {
+      if (f.LinksForm.holds(c) || !hasOwnView(f, c) || indexIn(f.Banner, c) >= 0) return;
+      add(c);
+    });
+    order_ = tabOrder(f);
+  }
+  tabOf_.assign(views_.size(), 0);
+  for (std::size_t i = 0; i < views_.size(); ++i) {
+    const auto at = std::find(order_.begin(), order_.end(), views_[i].control->name);
+    if (at != order_.end()) tabOf_[i] = static_cast<int>(at - order_.begin()) + 1;
+  }
+  place(placement_);
+}
+
+ClientSize FormView::client() const {
+  return window_ == FormWindowId::Closing ? kLinksClient : kMatchClient;
+}
+
+void FormView::place(const Placement& p) {
+  placement_ = p;
+  for (ControlView& v : views_) describe(v);
+}
+
+const ControlView* FormView::find(std::string_view name) const {
+  for (const ControlView& v : views_)
+    if (v.control->name == name) return &v;
+  return nullptr;
+}
+
+const ControlView* FormView::find(const Control& c) const {
+  for (const ControlView& v : views_)
+    if (v.control == &c) return &v;
+  return nullptr;
+}
+
+PixelRect FormView::rectOf(const Control& c, bool moving) const {
+  const Placement& p = placement_;
+  const double s = p.scale / kTwipsPerPixel;
+  auto absolute = [&](const Control& k, bool ownSize) {
+    const Twips t = absoluteCorner(k);
+    const double x0 = snap(p.x + t.left * s, p.ratio), y0 = snap(p.y + t.top * s, p.ratio);
+    // A moving control keeps its size wherever it stands; a fixed one has both edges on the
+    // form's grid, so that neighbours never gap or overlap.
+    if (ownSize) return PixelRect{x0, y0, snap(k.Width * s, p.ratio), snap(k.Height * s, p.ratio)};
+    return PixelRect{x0, y0, snap(p.x + (t.left + k.Width) * s, p.ratio) - x0,
+                     snap(p.y + (t.top + k.Height) * s, p.ratio) - y0};
+  };
+  PixelRect r = absolute(c, moving);
+  if (c.parent != nullptr) {
+    const PixelRect outer = absolute(*c.parent, false);
+    r.x -= outer.x;
+    r.y -= outer.y;
+  }
+  return r;
+}
+
+PixelRect FormView::windowRect(const Control& c) const {
+  PixelRect r = rectOf(c, moves(f_, c));
+  for (const Control* p = c.parent; p != nullptr; p = p->parent) {
+    const PixelRect outer = rectOf(*p, false);
+    r.x += outer.x;
+    r.y += outer.y;
+  }
+  return r;
+}
+
+bool FormView::tabStopNow(const ControlView& v) const {
+  const Control& c = *v.control;
+  if (!v.shown || !v.enabled) return false;
+  if (c.kind == Kind::TextBox && static_cast<const TextBox&>(c).Locked) return false;
+  // A group of option buttons is one stop: the chosen one.
+  if (c.kind == Kind::OptionButton && !static_cast<const OptionButton&>(c).Value) return false;
+  // A banner is a stop only once it has come out from under the pitch.
+  if (indexIn(f_.Banner, c) >= 0) {
+    const Twips grass = absoluteCorner(f_.Grass);
+    const double x = c.Left + c.Width / 2, y = c.Top + c.Height / 2;
+    if (x >= grass.left && x < grass.left + f_.Grass.Width && y >= grass.top &&
+        y < grass.top + f_.Grass.Height)
+      return false;
+  }
+  return true;
+}
+
+void FormView::describe(ControlView& v) const {
+  const Control& c = *v.control;
+  v.parent = c.parent != nullptr ? c.parent->name : std::string();
+  v.moves = moves(f_, c);
+  v.piece = isPiece(f_, c);
+  v.shown = allTheWayOut(c, [](const Control& k) { return k.Visible; });
+  v.enabled = allTheWayOut(c, [](const Control& k) { return k.Enabled; });
+  v.rect = rectOf(c, v.moves);
+  if (c.kind == Kind::Picture) v.image = static_cast<const Picture&>(c).Image;
+  if (c.kind == Kind::CommandButton) {
+    v.image = static_cast<const CommandButton&>(c).Image;
+    v.bare = !v.image.empty() && bareButton(v.image);
+  }
+  v.opensLeft = goalMouth(c.name) == Mouth::OpensLeft;
+  if (const int player = indexIn(f_.Player, c); player >= 0 && c.Width > 0 && c.Height > 0) {
+    const TextBox& n = f_.Tnum[static_cast<std::size_t>(player)];
+    v.number = {n.Text,           n.ForeColor,       n.BackColor,        n.Left / c.Width,
+                n.Top / c.Height, n.Width / c.Width, n.Height / c.Height};
+  }
+  v.caption = captionOf(c);
+  const TextStyle style = textStyleFor(c.name);
+  v.fontPx = style.px * placement_.scale;
+  v.bold = style.bold;
+  v.italic = style.italic;
+  v.alignLeft = style.align == Align::Left;
+  v.back = c.BackColor;
+  v.fore = c.ForeColor;
+  v.tip = c.ToolTipText;
+  if (c.kind == Kind::TextBox) v.locked = static_cast<const TextBox&>(c).Locked;
+  if (c.kind == Kind::ScrollBar) {
+    const auto& bar = static_cast<const ScrollBar&>(c);
+    v.value = bar.Value, v.min = bar.Min, v.max = bar.Max, v.step = bar.SmallChange;
+  }
+  v.role = roleOf(f_, c);
+  v.name = nameOf(f_, c, v.role);
+  v.checked = c.kind == Kind::CheckBox ? static_cast<const CheckBox&>(c).Value
+              : c.kind == Kind::OptionButton
+                  ? static_cast<int>(static_cast<const OptionButton&>(c).Value)
+                  : -1;
+  v.side = sideOfControl(f_, c);
+  v.group = c.kind == Kind::OptionButton ? static_cast<const OptionButton&>(c).group : 0;
+  const auto i = static_cast<std::size_t>(&v - views_.data());
+  v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStopNow(v) ? tabOf_[i] : 0;
+  v.pressable = v.role == Role::Button;
+}
+
+void FormView::compare(std::size_t i, std::vector<Change>& changes) {
+  const ControlView& now = views_[i];
+  ControlView& was = seen_[i];
+  if (seenAll_ && now == was) return;
+  Change c{static_cast<int>(i), true, true, true};
+  if (seenAll_) {
+    c.moved = now.rect.x != was.rect.x || now.rect.y != was.rect.y;
+    c.redrawn = now.image != was.image || now.back != was.back || now.number != was.number ||
+                now.enabled != was.enabled || now.rect.width != was.rect.width ||
+                now.rect.height != was.rect.height;
+    // Everything but the place and the look.
+    ControlView a = now, b = was;
+    b.rect = a.rect;
+    b.image = a.image, b.back = a.back, b.number = a.number;
+    c.restated = !(a == b);
+  }
+  was = now;
+  changes.push_back(c);
+}
+
+std::vector<FormView::Change> FormView::glance() {
+  std::vector<Change> changes;
+  if (!seenAll_) seen_.assign(views_.size(), ControlView{});
+  for (std::size_t i = 0; i < views_.size(); ++i) {
+    describe(views_[i]);
+    compare(i, changes);
+  }
+  seenAll_ = true;
+  return changes;
+}
+
+std::vector<FormView::Change> FormView::glance(const std::vector<const Control*>& touched) {
+  if (!seenAll_) return glance();
+  std::vector<Change> changes;
+  for (std::size_t i = 0; i < views_.size(); ++i) {
+    const Control& c = *views_[i].control;
+    const bool looked = std::any_of(touched.begin(), touched.end(), [&](const Control* t) {
+      if (const int n = indexIn(f_.Tnum, *t);
+          n >= 0 && &f_.Player[static_cast<std::size_t>(n)] == &c)
+        return true;
+      for (const Control* k = &c; k != nullptr; k = k->parent)
+        if (k == t) return true;
+      return false;
+    });
+    if (!looked) continue;
+    describe(views_[i]);
+    compare(i, changes);
+  }
+  return changes;
+}
+
+std::vector<std::string> FormView::tabStops() const {
+  std::vector<const ControlView*> stops;
+  for (const ControlView& v : views_)
+    if (v.tab > 0) stops.push_back(&v);
+  std::sort(stops.begin(), stops.end(),
+            [](const ControlView* a, const ControlView* b) { return a->tab < b->tab; });
+  std::vector<std::string> names;
+  for (const ControlView* v : stops) names.push_back(v->control->name);
+  return names;
+}
+
+ArrowMove FormView::arrow(std::string_view from, Arrow a) const {
+  const ControlView* v = find(from);
+  if (v == nullptr) return {{}, false, true};
+  const Control& c = *v->control;
+  // Option buttons of a group, and the flags, are a group the arrows move in; from the chosen
+  // option the arrow chooses the one it reaches.
+  const bool flag = indexIn(f_.CDdest, c) >= 0;
+  if (c.kind == Kind::OptionButton || flag) {
+    std::vector<const ControlView*> candidates;
+    for (const ControlView& k : views_) {
+      if (&k == v || !k.shown || !k.enabled) continue;
+      const bool sameGroup = c.kind == Kind::OptionButton
+                                 ? k.control->kind == Kind::OptionButton && k.group == v->group
+                                 : indexIn(f_.CDdest, *k.control) >= 0;
+      if (sameGroup) candidates.push_back(&k);
+    }
+    const ControlView* to = nearestThatWay(*this, *v, candidates, a);
+    if (to == nullptr) return {};
+    return {to->control->name, !flag && v->checked == 1};
+  }
+  // On any other button or box the arrows are Tab and Shift+Tab.
+  if (c.kind != Kind::CommandButton && c.kind != Kind::CheckBox) return {{}, false, true};
+  const std::vector<std::string> stops = tabStops();
+  if (stops.empty()) return {};
+  const auto at = std::find(stops.begin(), stops.end(), c.name);
+  const bool forward = a == Arrow::Right || a == Arrow::Down;
+  const std::size_t n = stops.size();
+  std::size_t i = 0;
+  if (at == stops.end())
+    i = forward ? 0 : n - 1;
+  else
+    i = (static_cast<std::size_t>(at - stops.begin()) + (forward ? 1 : n - 1)) % n;
+  return {stops[i], false};
+}
+
+std::string FormView::escape() const {
+  // Escape leaves the closing window as its Exit does.
+  return window_ == FormWindowId::Closing ? f_.LinksForm.CDend.name : std::string();
+}
+
+PixelRect FormView::newsRect() const {
+  const Placement& p = placement_;
+  const double s = p.scale / kTwipsPerPixel;
+  const double x0 = snap(p.x + kNewsArea.left * s, p.ratio);
+  const double y0 = snap(p.y + kNewsArea.top * s, p.ratio);
+  return {x0, y0, snap(p.x + (kNewsArea.left + kNewsArea.width) * s, p.ratio) - x0,
+          snap(p.y + (kNewsArea.top + kNewsArea.height) * s, p.ratio) - y0};
+}
+
+double FormView::newsFontPx() const {
+  return kNewsStyle.px * placement_.scale;
+}
+
+double FormView::legibleScale() const {
+  double smallest = std::numeric_limits<double>::max();
+  for (const ControlView& v : views_)
+    if (!v.piece) smallest = std::min(smallest, textStyleFor(v.control->name).px);
+  return views_.empty() ? 0 : kLegiblePx / smallest;
+}
+
+}  // namespace quorvel

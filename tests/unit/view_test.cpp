@@ -1,0 +1,151 @@
+// What both fronts present, as the view of the form decides it: the Tab stops, what a screen
+// reader hears, what the arrows do, and what a glance lists as changed.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "support.h"
+#include "ui/accessible_names.h"
+#include "view/form_view.h"
+
+namespace quorvel {
+namespace {
+
+bool has(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+TEST(View, TabStopsRunFromStartToExitPassingOverWhatCannotBeUsedNow) {
+  auto f = newMatchForm(3);
+  FormView view(*f, FormWindowId::Main);
+  std::vector<std::string> stops = view.tabStops();
+  ASSERT_FALSE(stops.empty());
+  EXPECT_EQ(stops.front(), "CDgo");
+  EXPECT_EQ(stops.back(), "CDend");
+  // One stop a group of options, the chosen one; no locked box, no hidden flag, no banner under
+  // the pitch.
+  EXPECT_EQ(std::count_if(stops.begin(), stops.end(),
+                          [](const std::string& s) { return s.rfind("OpMode(", 0) == 0; }),
+            1);
+  EXPECT_TRUE(has(stops, "OpMode(0)") && has(stops, "Team(1)") && has(stops, "RainB(0)"));
+  for (const char* never : {"Goals(1)", "TXtim", "CDdest(0)", "Banner(0)", "Player(3)", "Ball"})
+    EXPECT_FALSE(has(stops, never)) << never;
+
+  f->Banner[0].Top = f->Grass.Top + f->Grass.Height + 100;  // out below the pitch
+  f->Team[1].Locked = true;
+  view.glance();
+  stops = view.tabStops();
+  EXPECT_TRUE(has(stops, "Banner(0)"));
+  EXPECT_FALSE(has(stops, "Team(1)"));
+}
+
+TEST(View, EveryControlSaysWhatItIsAndWhose) {
+  auto f = test::matchReady(1, 5);
+  f->Rnd.force({test::face(3)});
+  userClick(*f, f->Cdice);
+  FormView view(*f, FormWindowId::Main);
+  auto at = [&](const char* name) { return *view.find(name); };
+  EXPECT_EQ(at("Goals(1)").name, "Left team's goals: 0");
+  EXPECT_EQ(at("Goals(1)").role, Role::Text);
+  EXPECT_EQ(at("TXtim").name, "Match clock: " + f->TXtim.Text);
+  EXPECT_EQ(at("Team(2)").role, Role::Entry);
+  EXPECT_EQ(at("CHsub(2)").name, "Right team's substitute: bring on number 13");
+  EXPECT_EQ(at("CHsub(2)").side, 2);
+  EXPECT_EQ(at("OPForm(11)").side, 2);
+  EXPECT_EQ(at("Fra1").name, "Left team's formation");
+  EXPECT_EQ(at("RainB(0)").role, Role::Button);
+  EXPECT_TRUE(at("RainB(0)").pressable);
+  EXPECT_EQ(at("Player(14)").role, Role::Graphic);
+  EXPECT_EQ(at("Player(14)").name.rfind(f->Team[2].Text + " number 3, column ", 0), 0u);
+  int flags = 0;
+  for (int d = 0; d < 8; ++d) {
+    const ControlView& flag = at(f->CDdest[d].name.c_str());
+    if (!flag.shown) continue;
+    ++flags;
+    EXPECT_EQ(flag.name.rfind(std::string(directionName(d)) + ", ", 0), 0u) << flag.name;
+    EXPECT_TRUE(flag.name.find(", to column ") != std::string::npos ||
+                flag.name.find(", a shot at goal") != std::string::npos)
+        << flag.name;
+  }
+  EXPECT_GT(flags, 0);
+}
+
+TEST(View, ArrowsStayInTheirGroupAndOnButtonsAreTab) {
+  auto f = test::matchReady(1, 7);
+  f->Rnd.force({test::face(2)});
+  userClick(*f, f->Cdice);
+  FormView view(*f, FormWindowId::Main);
+  // From the chosen option the arrows choose; past the group's edge they go nowhere.
+  const ArrowMove left = view.arrow("OpName(1)", Arrow::Left);
+  EXPECT_EQ(left.to, "OpName(0)");
+  EXPECT_TRUE(left.press);
+  EXPECT_EQ(view.arrow("OpName(1)", Arrow::Down).to, "");
+  EXPECT_FALSE(view.arrow("OpName(1)", Arrow::Down).own);
+  EXPECT_EQ(view.arrow("OpMode(2)", Arrow::Down).to, "");
+  EXPECT_EQ(view.arrow("OpMode(0)", Arrow::Down).to, "OpMode(1)");
+  // Among the flags on show only, pressing none.
+  for (int d = 0; d < 8; ++d) {
+    if (!f->CDdest[d].Visible) continue;
+    for (Arrow a : {Arrow::Up, Arrow::Down, Arrow::Left, Arrow::Right}) {
+      const ArrowMove move = view.arrow(f->CDdest[d].name, a);
+      EXPECT_FALSE(move.press);
+      if (!move.to.empty()) {
+        EXPECT_TRUE(view.find(move.to)->shown && move.to.rfind("CDdest(", 0) == 0);
+      }
+    }
+  }
+  // On a button the arrows are Tab and Shift+Tab; in a text box and on a scroll bar their own.
+  const std::vector<std::string> stops = view.tabStops();
+  EXPECT_EQ(view.arrow(stops[0], Arrow::Right).to, stops[1]);
+  EXPECT_EQ(view.arrow(stops[0], Arrow::Up).to, stops.back());
+  EXPECT_TRUE(view.arrow("Team(1)", Arrow::Left).own);
+  EXPECT_TRUE(view.arrow("Hai", Arrow::Left).own);
+}
+
+TEST(View, AGlanceListsWhatChangedAndHow) {
+  auto f = newMatchForm(2);
+  FormView view(*f, FormWindowId::Main);
+  EXPECT_EQ(view.glance().size(), view.controls().size());
+  EXPECT_TRUE(view.glance().empty());
+
+  f->Ball.Left += 15;
+  f->TXtim.Text = "12:00";
+  std::vector<FormView::Change> changes = view.glance();
+  ASSERT_EQ(changes.size(), 2u);
+  for (const FormView::Change& c : changes) {
+    const std::string& name = view.controls()[static_cast<std::size_t>(c.index)].control->name;
+    if (name == "Ball")
+      EXPECT_TRUE(c.moved && !c.redrawn && !c.restated);
+    else
+      EXPECT_TRUE(name == "TXtim" && !c.moved && !c.redrawn && c.restated) << name;
+  }
+  // A container's change reaches what it holds, a shirt number its player.
+  f->Fra2.Visible = false;
+  f->Tnum[5].Text = "99";
+  changes = view.glance({&f->Fra2, &f->Tnum[5]});
+  const auto held = std::count_if(view.controls().begin(), view.controls().end(),
+                                  [](const ControlView& v) { return v.parent == "Fra2"; });
+  EXPECT_GE(held, 5);
+  EXPECT_EQ(changes.size(),
+            static_cast<std::size_t>(held) + 2);  // the frame, all it holds, the player
+}
+
+TEST(View, AMovingControlKeepsItsSizeAndFixedOnesMeetOnTheGrid) {
+  auto f = newMatchForm(1);
+  FormView view(*f, FormWindowId::Main);
+  view.place(fitInto(view.client(), 1215.6, 748.2));
+  view.glance();
+  const PixelRect ball = view.find("Ball")->rect;
+  f->Ball.Left += 7 * 15;
+  view.glance();
+  EXPECT_EQ(view.find("Ball")->rect.width, ball.width);
+  EXPECT_NE(view.find("Ball")->rect.x, ball.x);
+  // The right goal's mouth meets the pitch's right edge, without a gap.
+  const PixelRect grass = view.windowRect(f->Grass), goal = view.windowRect(f->Goal[0]);
+  EXPECT_LE(goal.x, grass.right());
+}
+
+}  // namespace
+}  // namespace quorvel
