@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "form/colour.h"
+#include "ui/shading.h"
 #include "ui/shapes.h"
 
 namespace quorvel {
@@ -16,13 +17,6 @@ constexpr Rgba toRgba(Colour c, std::uint8_t alpha = 255) {
   return {static_cast<std::uint8_t>(c.red()), static_cast<std::uint8_t>(c.green()),
           static_cast<std::uint8_t>(c.blue()), alpha};
 }
-
-// A colour shaded as the window has always shaded it (Qt's 16-bit HSV): its value raised or
-// lowered to `percent` (100 or more) per cent, a raised value beyond full taking saturation away.
-Rgba lighter(Rgba c, int percent);
-Rgba darker(Rgba c, int percent);
-// Its HSL lightness, 0..255.
-int lightness(Rgba c);
 
 // What a picture shows besides its key.
 struct Look {
