@@ -6,11 +6,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <numbers>
-#include <utility>
 
 #include "match/pitch.h"
+#include "ui/shape_builder.h"
 #include "ui/ui.h"
 
 namespace quorvel {
@@ -22,158 +21,6 @@ constexpr double kPi = std::numbers::pi;
 constexpr Rgba kChalk{250, 252, 246};
 constexpr Rgba kGold{236, 196, 72};
 constexpr Rgba kDeepGreen{18, 64, 30};
-constexpr Rgba kShadow{0, 0, 0, 110};  // under a text that must read on a picture
-
-// ---- building shapes -------------------------------------------------------------------------
-
-// The same rectangle with each edge moved (as a rectangle's adjusted() does).
-Box adjusted(const Box& b, double left, double top, double right, double bottom) {
-  return {b.x + left, b.y + top, b.width + right - left, b.height + bottom - top};
-}
-Box inset(const Box& b, double dx, double dy) {
-  return adjusted(b, dx, dy, -dx, -dy);
-}
-Box translated(const Box& b, double dx, double dy) {
-  return {b.x + dx, b.y + dy, b.width, b.height};
-}
-Box between(Point topLeft, Point bottomRight) {
-  return {topLeft.x, topLeft.y, bottomRight.x - topLeft.x, bottomRight.y - topLeft.y};
-}
-Point centre(const Box& b) {
-  return {b.x + b.width / 2, b.y + b.height / 2};
-}
-double right(const Box& b) {
-  return b.x + b.width;
-}
-double bottom(const Box& b) {
-  return b.y + b.height;
-}
-// The largest square centred in `b`.
-Box square(const Box& b) {
-  const double side = std::min(b.width, b.height);
-  const Point c = centre(b);
-  return {c.x - side / 2, c.y - side / 2, side, side};
-}
-// The box of the ellipse with centre `c` and radii `rx`, `ry`.
-Box around(Point c, double rx, double ry) {
-  return {c.x - rx, c.y - ry, 2 * rx, 2 * ry};
-}
-
-Fill solid(Rgba c) {
-  Fill f;
-  f.kind = FillKind::Solid;
-  f.colour = c;
-  return f;
-}
-Fill linear(Point from, Point to, std::vector<Stop> stops) {
-  Fill f;
-  f.kind = FillKind::Linear;
-  f.from = from;
-  f.to = to;
-  f.stops = std::move(stops);
-  return f;
-}
-Fill radial(Point centre, double radius, std::vector<Stop> stops) {
-  Fill f;
-  f.kind = FillKind::Radial;
-  f.from = centre;
-  f.radius = radius;
-  f.stops = std::move(stops);
-  return f;
-}
-// From the top of `b` to its bottom.
-Fill downwards(const Box& b, Rgba top, Rgba foot) {
-  return linear({b.x, b.y}, {b.x, bottom(b)}, {{0, top}, {1, foot}});
-}
-Stroke pen(double width, Rgba colour, Cap cap = Cap::Square, Join join = Join::Bevel) {
-  return {width, colour, cap, join};
-}
-
-Shape shape(ShapeKind kind, const Box& box, Fill fill, Stroke stroke) {
-  Shape s;
-  s.kind = kind;
-  s.box = box;
-  s.fill = std::move(fill);
-  s.stroke = stroke;
-  return s;
-}
-Shape rect(const Box& b, Fill fill, Stroke stroke = {}) {
-  return shape(ShapeKind::Rect, b, std::move(fill), stroke);
-}
-Shape roundedRect(const Box& b, double radius, Fill fill, Stroke stroke = {}) {
-  Shape s = shape(ShapeKind::RoundedRect, b, std::move(fill), stroke);
-  s.radius = radius;
-  return s;
-}
-Shape ellipse(Point c, double rx, double ry, Fill fill, Stroke stroke = {}) {
-  return shape(ShapeKind::Ellipse, around(c, rx, ry), std::move(fill), stroke);
-}
-Shape path(std::vector<PathStep> steps, Fill fill, Stroke stroke = {}) {
-  Shape s = shape(ShapeKind::Path, {}, std::move(fill), stroke);
-  s.path = std::move(steps);
-  return s;
-}
-Shape line(Point from, Point to, Stroke stroke) {
-  return path({{Step::Move, from, {}}, {Step::Line, to, {}}}, {}, stroke);
-}
-template <std::size_t N>
-Shape polygon(const std::array<Point, N>& corners, Fill fill, Stroke stroke = {}) {
-  std::vector<PathStep> steps;
-  steps.reserve(N + 1);
-  for (const Point& p : corners) steps.push_back({steps.empty() ? Step::Move : Step::Line, p, {}});
-  steps.push_back({Step::Close, {}, {}});
-  return path(std::move(steps), std::move(fill), stroke);
-}
-
-constexpr double kNoFit = -std::numeric_limits<double>::infinity();
-
-struct Type {
-  double size;
-  bool bold = false;
-  bool italic = false;
-  double fitWidth = kNoFit;
-  HAlign h = HAlign::Centre;
-  VAlign v = VAlign::Centre;
-  double spacing = 100;
-};
-Shape text(const Box& b, std::string words, Rgba ink, const Type& type) {
-  Shape s = shape(ShapeKind::Text, b, solid(ink), {});
-  s.text = {std::move(words),
-            type.size,
-            type.bold,
-            type.italic,
-            type.h,
-            type.v,
-            std::max(0.0, type.fitWidth),
-            type.spacing};
-  if (type.fitWidth != kNoFit && type.fitWidth <= 0) s.text.size = 1;  // no room: the smallest
-  return s;
-}
-// A text with a soft shadow `offset` below and right of it, to read on a busy picture.
-void shadowedText(Drawing& pic, const Box& b, const std::string& words, Rgba ink, const Type& type,
-                  double offset) {
-  pic.shapes.push_back(text(translated(b, offset, offset), words, kShadow, type));
-  pic.shapes.push_back(text(b, words, ink, type));
-}
-
-// Moves every shape from `first` on to turn `degrees` about `pivot`.
-void turn(Drawing& pic, std::size_t first, Point pivot, double degrees) {
-  for (std::size_t k = first; k < pic.shapes.size(); ++k) {
-    pic.shapes[k].pivot = pivot;
-    pic.shapes[k].degrees = degrees;
-  }
-}
-
-// A path given in fractions of a box, placed in `b` and moved by (dx, dy).
-template <std::size_t N>
-std::vector<PathStep> placed(const std::array<PathStep, N>& steps, const Box& b, double dx = 0,
-                             double dy = 0) {
-  auto at = [&](Point p) { return Point{b.x + p.x * b.width + dx, b.y + p.y * b.height + dy}; };
-  std::vector<PathStep> out;
-  out.reserve(N);
-  for (const PathStep& s : steps) out.push_back({s.step, at(s.to), at(s.control)});
-  return out;
-}
 
 // ---- pitch and goals ---------------------------------------------------------------------------
 
