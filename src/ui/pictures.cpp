@@ -511,38 +511,77 @@ constexpr int kPressed = 112, kHovered = 104, kFaceShade = 106, kFaceOutline = 1
 constexpr Rgba kFocusRing{40, 110, 200};
 constexpr double kDisabledOpacity = 0.55;
 
+// A die for the table: face `Face` (0 blank), dimmed or not.
+template <int Face, bool Dimmed = false>
+void dieWith(Drawing& pic, const Box& box, const Look&) {
+  die(pic, box, Face, Dimmed);
+}
+
+constexpr PictureKind kPictureKinds[] = {
+    {.key = "",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { panel(pic, box, look.back); }},
+    {.key = "pitch",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { pitch(pic, box); },
+     .coversItsRect = true},
+    {.key = "goal",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { goal(pic, box, look.opensLeft); }},
+    {.key = "ball", .describe = [](Drawing& pic, const Box& box, const Look&) { ball(pic, box); }},
+    {.key = "player", .describe = player, .drawnOncePerSide = true},
+    {.key = "flag",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { flag(pic, box, look.hovered); },
+     .bare = true},
+    {.key = "swatch",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { swatch(pic, box, look.back); },
+     .coversItsRect = true},
+    {.key = "banner-title",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { titleBanner(pic, box); }},
+    {.key = "banner-site",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look&) { siteLink(pic, box, kSiteBanner); }},
+    {.key = "site",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look&) { siteLink(pic, box, kSiteButton); }},
+    {.key = "advert1",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { boardsAdvert(pic, box); },
+     .coversItsRect = true},
+    {.key = "advert2",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { diceAdvert(pic, box); },
+     .coversItsRect = true},
+    {.key = "die0", .describe = dieWith<0>},
+    {.key = "die1", .describe = dieWith<1>, .dieFace = 1},
+    {.key = "die2", .describe = dieWith<2>, .dieFace = 2},
+    {.key = "die3", .describe = dieWith<3>, .dieFace = 3},
+    {.key = "die4", .describe = dieWith<4>, .dieFace = 4},
+    {.key = "die5", .describe = dieWith<5>, .dieFace = 5},
+    {.key = "die6", .describe = dieWith<6>, .dieFace = 6},
+    {.key = "die7", .describe = dieWith<0, true>},  // the 50/50 dice at rest
+};
+
 }  // namespace
+
+const PictureKind* pictureKind(std::string_view key) {
+  for (const PictureKind& kind : kPictureKinds)
+    if (kind.key == key) return &kind;
+  return nullptr;
+}
+
+bool coversItsRect(std::string_view key) {
+  const PictureKind* kind = pictureKind(key);
+  return kind != nullptr && kind->coversItsRect;
+}
+
+int dieFaceOf(std::string_view key) {
+  const PictureKind* kind = pictureKind(key);
+  return kind != nullptr ? kind->dieFace : 0;
+}
 
 Drawing describePicture(std::string_view key, const Look& look, const Box& box) {
   Drawing pic;
-  if (key.empty())
-    panel(pic, box, look.back);
-  else if (key == "pitch")
-    pitch(pic, box);
-  else if (key == "goal")
-    goal(pic, box, look.opensLeft);
-  else if (key == "ball")
-    ball(pic, box);
-  else if (key == "player")
-    player(pic, box, look);
-  else if (key == "flag")
-    flag(pic, box, look.hovered);
-  else if (key == "swatch")
-    swatch(pic, box, look.back);
-  else if (key == "banner-title")
-    titleBanner(pic, box);
-  else if (key == "banner-site")
-    siteLink(pic, box, kSiteBanner);
-  else if (key == "site")
-    siteLink(pic, box, kSiteButton);
-  else if (key == "advert1")
-    boardsAdvert(pic, box);
-  else if (key == "advert2")
-    diceAdvert(pic, box);
-  else if (key.size() == 4 && key.starts_with("die")) {
-    const int face = key.back() - '0';  // die0 blank, die1..6 faces, die7 dimmed blank
-    die(pic, box, face >= 1 && face <= 6 ? face : 0, face == 7);
-  }
+  if (const PictureKind* kind = pictureKind(key)) kind->describe(pic, box, look);
   return pic;
 }
 
@@ -559,7 +598,8 @@ Drawing describeShirtNumber(const Look& look, const Box& box) {
 }
 
 bool bareButton(std::string_view key) {
-  return key == "flag";
+  const PictureKind* kind = pictureKind(key);
+  return kind != nullptr && kind->bare;
 }
 
 Drawing describeButton(std::string_view key, const Look& look, const ButtonState& state,
