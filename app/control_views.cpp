@@ -13,18 +13,6 @@
 
 namespace quorvel {
 
-namespace {
-
-// Pictures that cover every pixel of their rectangle: Qt need paint nothing under them.
-// A player's picture: its side's shirt is drawn once for all who wear it.
-const QLatin1String kPlayer("player");
-
-bool coversItsRect(const std::string& image) {
-  return image == "pitch" || image == "swatch" || image == "advert1" || image == "advert2";
-}
-
-}  // namespace
-
 // ---- PictureDrawing ----------------------------------------------------------------------
 
 PictureDrawing::PictureDrawing(const Picture& picture, const TextBox* number)
@@ -72,7 +60,8 @@ const QPixmap& PictureDrawing::at(QSize size, qreal ratio) {
   if (!drawn_.isNull() && drawn_.devicePixelRatio() == ratio && drawnSize_ == size) return drawn_;
   drawnSize_ = size;
   // A walking player only moves: the pitch under it is copied, not redrawn.
-  if (key_ == kPlayer) {
+  if (const PictureKind* kind = pictureKind(shown_.image);
+      kind != nullptr && kind->drawnOncePerSide) {
     drawn_ = drawnPlayer(size, ratio, look_);
     return drawn_;
   }

@@ -4,6 +4,7 @@
 
 #include "match/codes.h"
 #include "match/match.h"
+#include "ui/pictures.h"
 
 namespace quorvel {
 
@@ -16,22 +17,15 @@ std::string sideWords(int side, std::string_view what) {
   return std::string(sideName(side)) + "'s " + std::string(what);
 }
 
-// The face 1..6 a die picture shows, or 0 for a blank one.
-int faceOf(const std::string& image) {
-  if (image.size() != 4 || image.rfind("die", 0) != 0) return 0;
-  const int face = image[3] - '0';
-  return face >= 1 && face <= 6 ? face : 0;
-}
-
 std::string dieName(const MatchForm& f) {
-  if (f.GameOn != kNoMatchYet && f.DiceReady == kDiceRolled && faceOf(f.Cdice.Image) > 0)
-    return "Die, showing " + std::to_string(faceOf(f.Cdice.Image));
+  if (f.GameOn != kNoMatchYet && f.DiceReady == kDiceRolled && dieFaceOf(f.Cdice.Image) > 0)
+    return "Die, showing " + std::to_string(dieFaceOf(f.Cdice.Image));
   return "Roll the die";
 }
 
 std::string contestDieName(const MatchForm& f, int side) {
   std::string name = sideWords(side, "50/50 die");
-  if (const int face = faceOf(f.CDcontest[side].Image); face > 0)
+  if (const int face = dieFaceOf(f.CDcontest[side].Image); face > 0)
     name += ", showing " + std::to_string(face);
   return name + ": new colours and name for this team";
 }

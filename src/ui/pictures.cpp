@@ -6,113 +6,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <numbers>
-#include <utility>
 
 #include "match/pitch.h"
+#include "ui/shape_builder.h"
 #include "ui/ui.h"
 
 namespace quorvel {
-
-// ---- shades of a colour --------------------------------------------------------------------
-// The window has always shaded colours the way Qt does: in 16-bit HSV, rounding at each step.
-
-namespace {
-
-constexpr int kFull = 65535;     // a 16-bit channel at full strength
-constexpr int kNoHue = 65535;    // the hue of a grey
-constexpr int kHueTurn = 36000;  // hundredths of a degree
-
-// Qt's rounding of a non-negative float, edge cases included.
-int roundHalfUp(float d) {
-  return static_cast<int>(d + 0.5F);  // NOLINT(bugprone-incorrect-roundings)
-}
-
-// A 16-bit channel as a fraction of full strength.
-float unit(int sixteen) {
-  return static_cast<float>(sixteen) / static_cast<float>(kFull);
-}
-
-// A 16-bit channel to 8 bits, rounded to the nearest.
-std::uint8_t eightBits(int x) {
-  return static_cast<std::uint8_t>((2 * x + 257) / 514);
-}
-
-struct Hsv {
-  int hue, saturation, value;  // hue in hundredths of a degree, the others 0..kFull
-};
-
-Hsv toHsv(Rgba c) {
-  const float r = unit(c.r * 257), g = unit(c.g * 257), b = unit(c.b * 257);
-  const float max = std::max({r, g, b}), min = std::min({r, g, b}), delta = max - min;
-  Hsv hsv{kNoHue, 0, roundHalfUp(max * kFull)};
-  if (delta <= 1e-5F) return hsv;
-  hsv.saturation = roundHalfUp(delta / max * kFull);
-  float hue = 0;
-  if (r == max)
-    hue = (g - b) / delta;
-  else if (g == max)
-    hue = 2.0F + (b - r) / delta;
-  else
-    hue = 4.0F + (r - g) / delta;
-  hue *= 60.0F;
-  if (hue < 0) hue += 360.0F;
-  hsv.hue = roundHalfUp(hue * 100);
-  return hsv;
-}
-
-Rgba fromHsv(const Hsv& hsv, std::uint8_t alpha) {
-  auto eight = [](float x) { return eightBits(roundHalfUp(x * kFull)); };
-  if (hsv.saturation == 0 || hsv.hue == kNoHue) {
-    const std::uint8_t grey = eightBits(hsv.value);
-    return {grey, grey, grey, alpha};
-  }
-  const float h = hsv.hue == kHueTurn ? 0 : static_cast<float>(hsv.hue) / 6000.0F;
-  const float s = unit(hsv.saturation), v = unit(hsv.value);
-  const int sector = static_cast<int>(h);
-  const float f = h - static_cast<float>(sector), p = v * (1.0F - s), q = v * (1.0F - s * f),
-              t = v * (1.0F - s * (1.0F - f));
-  switch (sector) {
-    case 0:
-      return {eight(v), eight(t), eight(p), alpha};
-    case 1:
-      return {eight(q), eight(v), eight(p), alpha};
-    case 2:
-      return {eight(p), eight(v), eight(t), alpha};
-    case 3:
-      return {eight(p), eight(q), eight(v), alpha};
-    case 4:
-      return {eight(t), eight(p), eight(v), alpha};
-    default:
-      return {eight(v), eight(p), eight(q), alpha};
-  }
-}
-
-}  // namespace
-
-Rgba lighter(Rgba c, int percent) {
-  Hsv hsv = toHsv(c);
-  int value = percent * hsv.value / 100;
-  if (value > kFull) {
-    hsv.saturation = std::max(0, hsv.saturation - (value - kFull));
-    value = kFull;
-  }
-  hsv.value = value;
-  return fromHsv(hsv, c.a);
-}
-
-Rgba darker(Rgba c, int percent) {
-  Hsv hsv = toHsv(c);
-  hsv.value = hsv.value * 100 / percent;
-  return fromHsv(hsv, c.a);
-}
-
-int lightness(Rgba c) {
-  const float max = unit(std::max({c.r, c.g, c.b}) * 257);
-  const float min = unit(std::min({c.r, c.g, c.b}) * 257);
-  return eightBits(roundHalfUp(0.5F * (max + min) * kFull));
-}
 
 namespace {
 
@@ -121,158 +21,6 @@ constexpr double kPi = std::numbers::pi;
 constexpr Rgba kChalk{250, 252, 246};
 constexpr Rgba kGold{236, 196, 72};
 constexpr Rgba kDeepGreen{18, 64, 30};
-constexpr Rgba kShadow{0, 0, 0, 110};  // under a text that must read on a picture
-
-// ---- building shapes -------------------------------------------------------------------------
-
-// The same rectangle with each edge moved (as a rectangle's adjusted() does).
-Box adjusted(const Box& b, double left, double top, double right, double bottom) {
-  return {b.x + left, b.y + top, b.width + right - left, b.height + bottom - top};
-}
-Box inset(const Box& b, double dx, double dy) {
-  return adjusted(b, dx, dy, -dx, -dy);
-}
-Box translated(const Box& b, double dx, double dy) {
-  return {b.x + dx, b.y + dy, b.width, b.height};
-}
-Box between(Point topLeft, Point bottomRight) {
-  return {topLeft.x, topLeft.y, bottomRight.x - topLeft.x, bottomRight.y - topLeft.y};
-}
-Point centre(const Box& b) {
-  return {b.x + b.width / 2, b.y + b.height / 2};
-}
-double right(const Box& b) {
-  return b.x + b.width;
-}
-double bottom(const Box& b) {
-  return b.y + b.height;
-}
-// The largest square centred in `b`.
-Box square(const Box& b) {
-  const double side = std::min(b.width, b.height);
-  const Point c = centre(b);
-  return {c.x - side / 2, c.y - side / 2, side, side};
-}
-// The box of the ellipse with centre `c` and radii `rx`, `ry`.
-Box around(Point c, double rx, double ry) {
-  return {c.x - rx, c.y - ry, 2 * rx, 2 * ry};
-}
-
-Fill solid(Rgba c) {
-  Fill f;
-  f.kind = FillKind::Solid;
-  f.colour = c;
-  return f;
-}
-Fill linear(Point from, Point to, std::vector<Stop> stops) {
-  Fill f;
-  f.kind = FillKind::Linear;
-  f.from = from;
-  f.to = to;
-  f.stops = std::move(stops);
-  return f;
-}
-Fill radial(Point centre, double radius, std::vector<Stop> stops) {
-  Fill f;
-  f.kind = FillKind::Radial;
-  f.from = centre;
-  f.radius = radius;
-  f.stops = std::move(stops);
-  return f;
-}
-// From the top of `b` to its bottom.
-Fill downwards(const Box& b, Rgba top, Rgba foot) {
-  return linear({b.x, b.y}, {b.x, bottom(b)}, {{0, top}, {1, foot}});
-}
-Stroke pen(double width, Rgba colour, Cap cap = Cap::Square, Join join = Join::Bevel) {
-  return {width, colour, cap, join};
-}
-
-Shape shape(ShapeKind kind, const Box& box, Fill fill, Stroke stroke) {
-  Shape s;
-  s.kind = kind;
-  s.box = box;
-  s.fill = std::move(fill);
-  s.stroke = stroke;
-  return s;
-}
-Shape rect(const Box& b, Fill fill, Stroke stroke = {}) {
-  return shape(ShapeKind::Rect, b, std::move(fill), stroke);
-}
-Shape roundedRect(const Box& b, double radius, Fill fill, Stroke stroke = {}) {
-  Shape s = shape(ShapeKind::RoundedRect, b, std::move(fill), stroke);
-  s.radius = radius;
-  return s;
-}
-Shape ellipse(Point c, double rx, double ry, Fill fill, Stroke stroke = {}) {
-  return shape(ShapeKind::Ellipse, around(c, rx, ry), std::move(fill), stroke);
-}
-Shape path(std::vector<PathStep> steps, Fill fill, Stroke stroke = {}) {
-  Shape s = shape(ShapeKind::Path, {}, std::move(fill), stroke);
-  s.path = std::move(steps);
-  return s;
-}
-Shape line(Point from, Point to, Stroke stroke) {
-  return path({{Step::Move, from, {}}, {Step::Line, to, {}}}, {}, stroke);
-}
-template <std::size_t N>
-Shape polygon(const std::array<Point, N>& corners, Fill fill, Stroke stroke = {}) {
-  std::vector<PathStep> steps;
-  steps.reserve(N + 1);
-  for (const Point& p : corners) steps.push_back({steps.empty() ? Step::Move : Step::Line, p, {}});
-  steps.push_back({Step::Close, {}, {}});
-  return path(std::move(steps), std::move(fill), stroke);
-}
-
-constexpr double kNoFit = -std::numeric_limits<double>::infinity();
-
-struct Type {
-  double size;
-  bool bold = false;
-  bool italic = false;
-  double fitWidth = kNoFit;
-  HAlign h = HAlign::Centre;
-  VAlign v = VAlign::Centre;
-  double spacing = 100;
-};
-Shape text(const Box& b, std::string words, Rgba ink, const Type& type) {
-  Shape s = shape(ShapeKind::Text, b, solid(ink), {});
-  s.text = {std::move(words),
-            type.size,
-            type.bold,
-            type.italic,
-            type.h,
-            type.v,
-            std::max(0.0, type.fitWidth),
-            type.spacing};
-  if (type.fitWidth != kNoFit && type.fitWidth <= 0) s.text.size = 1;  // no room: the smallest
-  return s;
-}
-// A text with a soft shadow `offset` below and right of it, to read on a busy picture.
-void shadowedText(Drawing& pic, const Box& b, const std::string& words, Rgba ink, const Type& type,
-                  double offset) {
-  pic.shapes.push_back(text(translated(b, offset, offset), words, kShadow, type));
-  pic.shapes.push_back(text(b, words, ink, type));
-}
-
-// Moves every shape from `first` on to turn `degrees` about `pivot`.
-void turn(Drawing& pic, std::size_t first, Point pivot, double degrees) {
-  for (std::size_t k = first; k < pic.shapes.size(); ++k) {
-    pic.shapes[k].pivot = pivot;
-    pic.shapes[k].degrees = degrees;
-  }
-}
-
-// A path given in fractions of a box, placed in `b` and moved by (dx, dy).
-template <std::size_t N>
-std::vector<PathStep> placed(const std::array<PathStep, N>& steps, const Box& b, double dx = 0,
-                             double dy = 0) {
-  auto at = [&](Point p) { return Point{b.x + p.x * b.width + dx, b.y + p.y * b.height + dy}; };
-  std::vector<PathStep> out;
-  out.reserve(N);
-  for (const PathStep& s : steps) out.push_back({s.step, at(s.to), at(s.control)});
-  return out;
-}
 
 // ---- pitch and goals ---------------------------------------------------------------------------
 
@@ -763,38 +511,77 @@ constexpr int kPressed = 112, kHovered = 104, kFaceShade = 106, kFaceOutline = 1
 constexpr Rgba kFocusRing{40, 110, 200};
 constexpr double kDisabledOpacity = 0.55;
 
+// A die for the table: face `Face` (0 blank), dimmed or not.
+template <int Face, bool Dimmed = false>
+void dieWith(Drawing& pic, const Box& box, const Look&) {
+  die(pic, box, Face, Dimmed);
+}
+
+constexpr PictureKind kPictureKinds[] = {
+    {.key = "",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { panel(pic, box, look.back); }},
+    {.key = "pitch",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { pitch(pic, box); },
+     .coversItsRect = true},
+    {.key = "goal",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { goal(pic, box, look.opensLeft); }},
+    {.key = "ball", .describe = [](Drawing& pic, const Box& box, const Look&) { ball(pic, box); }},
+    {.key = "player", .describe = player, .drawnOncePerSide = true},
+    {.key = "flag",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { flag(pic, box, look.hovered); },
+     .bare = true},
+    {.key = "swatch",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look& look) { swatch(pic, box, look.back); },
+     .coversItsRect = true},
+    {.key = "banner-title",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { titleBanner(pic, box); }},
+    {.key = "banner-site",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look&) { siteLink(pic, box, kSiteBanner); }},
+    {.key = "site",
+     .describe = [](Drawing& pic, const Box& box,
+                    const Look&) { siteLink(pic, box, kSiteButton); }},
+    {.key = "advert1",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { boardsAdvert(pic, box); },
+     .coversItsRect = true},
+    {.key = "advert2",
+     .describe = [](Drawing& pic, const Box& box, const Look&) { diceAdvert(pic, box); },
+     .coversItsRect = true},
+    {.key = "die0", .describe = dieWith<0>},
+    {.key = "die1", .describe = dieWith<1>, .dieFace = 1},
+    {.key = "die2", .describe = dieWith<2>, .dieFace = 2},
+    {.key = "die3", .describe = dieWith<3>, .dieFace = 3},
+    {.key = "die4", .describe = dieWith<4>, .dieFace = 4},
+    {.key = "die5", .describe = dieWith<5>, .dieFace = 5},
+    {.key = "die6", .describe = dieWith<6>, .dieFace = 6},
+    {.key = "die7", .describe = dieWith<0, true>},  // the 50/50 dice at rest
+};
+
 }  // namespace
+
+const PictureKind* pictureKind(std::string_view key) {
+  for (const PictureKind& kind : kPictureKinds)
+    if (kind.key == key) return &kind;
+  return nullptr;
+}
+
+bool coversItsRect(std::string_view key) {
+  const PictureKind* kind = pictureKind(key);
+  return kind != nullptr && kind->coversItsRect;
+}
+
+int dieFaceOf(std::string_view key) {
+  const PictureKind* kind = pictureKind(key);
+  return kind != nullptr ? kind->dieFace : 0;
+}
 
 Drawing describePicture(std::string_view key, const Look& look, const Box& box) {
   Drawing pic;
-  if (key.empty())
-    panel(pic, box, look.back);
-  else if (key == "pitch")
-    pitch(pic, box);
-  else if (key == "goal")
-    goal(pic, box, look.opensLeft);
-  else if (key == "ball")
-    ball(pic, box);
-  else if (key == "player")
-    player(pic, box, look);
-  else if (key == "flag")
-    flag(pic, box, look.hovered);
-  else if (key == "swatch")
-    swatch(pic, box, look.back);
-  else if (key == "banner-title")
-    titleBanner(pic, box);
-  else if (key == "banner-site")
-    siteLink(pic, box, kSiteBanner);
-  else if (key == "site")
-    siteLink(pic, box, kSiteButton);
-  else if (key == "advert1")
-    boardsAdvert(pic, box);
-  else if (key == "advert2")
-    diceAdvert(pic, box);
-  else if (key.size() == 4 && key.starts_with("die")) {
-    const int face = key.back() - '0';  // die0 blank, die1..6 faces, die7 dimmed blank
-    die(pic, box, face >= 1 && face <= 6 ? face : 0, face == 7);
-  }
+  if (const PictureKind* kind = pictureKind(key)) kind->describe(pic, box, look);
   return pic;
 }
 
@@ -811,7 +598,8 @@ Drawing describeShirtNumber(const Look& look, const Box& box) {
 }
 
 bool bareButton(std::string_view key) {
-  return key == "flag";
+  const PictureKind* kind = pictureKind(key);
+  return kind != nullptr && kind->bare;
 }
 
 Drawing describeButton(std::string_view key, const Look& look, const ButtonState& state,

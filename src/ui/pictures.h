@@ -1,13 +1,14 @@
 // The game's pictures as shapes (shapes.h), described for the box they fill. A picture is named
 // by the key a control's Image holds: "pitch", "goal", "ball", "player", "flag", "swatch",
 // "die0" (blank) to "die6", "die7" (dimmed blank), "banner-title", "banner-site", "site",
-// "advert1", "advert2".
+// "advert1", "advert2", and the empty key (a plain panel). pictureKind() looks each one up.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 #include "form/colour.h"
+#include "ui/shading.h"
 #include "ui/shapes.h"
 
 namespace quorvel {
@@ -16,13 +17,6 @@ constexpr Rgba toRgba(Colour c, std::uint8_t alpha = 255) {
   return {static_cast<std::uint8_t>(c.red()), static_cast<std::uint8_t>(c.green()),
           static_cast<std::uint8_t>(c.blue()), alpha};
 }
-
-// A colour shaded as the window has always shaded it (Qt's 16-bit HSV): its value raised or
-// lowered to `percent` (100 or more) per cent, a raised value beyond full taking saturation away.
-Rgba lighter(Rgba c, int percent);
-Rgba darker(Rgba c, int percent);
-// Its HSL lightness, 0..255.
-int lightness(Rgba c);
 
 // What a picture shows besides its key.
 struct Look {
@@ -38,6 +32,23 @@ struct Look {
 // Picture `key` filling `box`. The empty key is a plain panel in the back colour; an unknown
 // key is an empty picture.
 Drawing describePicture(std::string_view key, const Look& look, const Box& box);
+
+// What the game knows of each picture key, all in one table: how it is drawn and how a window
+// shows it.
+struct PictureKind {
+  std::string_view key;
+  void (*describe)(Drawing& pic, const Box& box, const Look& look);
+  bool bare = false;              // shown on a button, it has no face round it (the flag)
+  bool coversItsRect = false;     // it paints every pixel of its box: nothing under it shows
+  bool drawnOncePerSide = false;  // the player: its side's shirt serves every player wearing it
+  int dieFace = 0;                // a die: the face it shows, 1..6; 0 blank or not a die
+};
+// The kind of picture `key`, or nullptr for a key the game does not know.
+const PictureKind* pictureKind(std::string_view key);
+// Whether picture `key` paints every pixel of its box.
+bool coversItsRect(std::string_view key);
+// The face 1..6 die picture `key` shows; 0 for a blank die or any other picture.
+int dieFaceOf(std::string_view key);
 
 // How a command button that shows a picture is at the moment.
 struct ButtonState {
