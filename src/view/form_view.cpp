@@ -409,6 +409,7 @@ std::vector<std::string> FormView::tabStops() const {
   std::sort(stops.begin(), stops.end(),
             [](const ControlView* a, const ControlView* b) { return a->tab < b->tab; });
   std::vector<std::string> names;
+  names.reserve(stops.size());
   for (const ControlView* v : stops) names.push_back(v->control->name);
   return names;
 }

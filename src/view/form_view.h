@@ -149,7 +149,7 @@ class FormView {
 
  private:
   void describe(ControlView& v) const;
-  PixelRect rectOf(const Control& c, bool moves) const;
+  PixelRect rectOf(const Control& c, bool moving) const;
   bool tabStopNow(const ControlView& v) const;
   // Takes view `i` as seen; adds what changed in it to `changes`.
   void compare(std::size_t i, std::vector<Change>& changes);
