@@ -55,7 +55,9 @@ std::string pictureName(const MatchForm& f, const Control& c) {
 
 std::string buttonName(const MatchForm& f, const CommandButton& b) {
   if (&b == &f.Cdice) return dieName(f);
-  if (const int d = indexIn(f.CDdest, b); d >= 0) return flagName(f, d);
+  // Flags 8 and 9 stand for no direction and are never shown.
+  if (const int d = indexIn(f.CDdest, b); d >= 0 && !directionName(d).empty())
+    return flagName(f, d);
   if (const int s = indexIn(f.CDcontest, b); s > 0) return contestDieName(f, s);
   if (&b == &f.Command1) return "Visit the maker's web site";
   if (&b == &f.CDhm) return "Play the computer's chosen flag";
