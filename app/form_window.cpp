@@ -520,11 +520,11 @@ void FormWindow::applyTabStop(Binding& b) {
                          v->role == Role::Radio || v->role == Role::Entry ||
                          v->role == Role::Slider || b.c.kind == Kind::TextBox;
   if (!focusable) return;
-  // Tab passes over it, but a click still gives it the focus; a banner under the pitch takes
-  // none.
-  const Qt::FocusPolicy policy = v->tab > 0                     ? Qt::StrongFocus
-                                 : indexIn(f_.Banner, b.c) >= 0 ? Qt::NoFocus
-                                                                : Qt::ClickFocus;
+  // Tab passes over it, but a click still gives it the focus (a control without any focus
+  // would be left out of the Tab order when it is set). A click on a flag leaves the focus
+  // where it was: the flag goes at once.
+  const Qt::FocusPolicy stop = v->bare ? Qt::TabFocus : Qt::StrongFocus;
+  const Qt::FocusPolicy policy = v->tab > 0 ? stop : Qt::ClickFocus;
   if (b.w->focusPolicy() != policy) b.w->setFocusPolicy(policy);
 }
 

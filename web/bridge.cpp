@@ -234,6 +234,10 @@ std::string changes() {
   MatchForm& f = *game.form;
   game.announcer->update(f);
   const bool first = !game.formSent;
+  // The controls first: where the focus is in the closing window depends on what is on show.
+  std::string controls = "{";
+  appendChanges(*game.main, false, first, controls);
+  appendChanges(*game.closing, true, first, controls);
   std::string out = "{";
   auto field = [&](std::string_view name, const std::string& value) {
     out += (out.size() > 1 ? "," : "") + quoted(name) + ":" + value;
@@ -243,14 +247,13 @@ std::string changes() {
     field("closing", flag(game.closingShown = f.LinksForm.Visible));
   if (first || f.Ended != game.ended) field("ended", flag(game.ended = f.Ended));
   if (first || f.BackColor != game.back) field("back", colour(game.back = f.BackColor));
-  if (first || f.ActiveControl != game.focus) field("focus", quoted(game.focus = f.ActiveControl));
+  const std::string focus = (f.LinksForm.Visible ? game.closing : game.main)->focus();
+  if (first || focus != game.focus) field("focus", quoted(game.focus = focus));
   if (const std::string& said = game.announcer->latest(); first || said != game.newsSent)
     field("news", quoted(game.newsSent = said));
-  field("controls", "{");
-  appendChanges(*game.main, false, first, out);
-  appendChanges(*game.closing, true, first, out);
+  field("controls", controls + "}");
   game.formSent = true;
-  return out + "}}";
+  return out + "}";
 }
 
 // Picture `name` as shapes for a box of `width` x `height` CSS pixels.
@@ -281,6 +284,15 @@ std::string arrow(const std::string& name, int arrow) {
 // What Escape presses where the focus is: in the closing window, its Exit.
 std::string escapeTarget() {
   return game.form->LinksForm.Visible ? game.closing->escape() : game.main->escape();
+}
+
+// What a person meets in the window on show, in the lines both fronts' tests compare.
+std::string presentationNow() {
+  std::string out = "[";
+  for (const std::string& line :
+       presentation(game.form->LinksForm.Visible ? *game.closing : *game.main))
+    out += (out.size() > 1 ? "," : "") + quoted(line);
+  return out + "]";
 }
 
 // The size a text `textWidth` pixels wide is shown at in a box `boxWidth` pixels wide.
@@ -353,6 +365,7 @@ EMSCRIPTEN_BINDINGS(quorvel) {
   emscripten::function("arrow", &arrow);
   emscripten::function("escapeTarget", &escapeTarget);
   emscripten::function("fitText", &fitText);
+  emscripten::function("presentation", &presentationNow);
   emscripten::function("drawing", &drawing);
   emscripten::function("click", &click);
   emscripten::function("clickClosing", &clickClosing);

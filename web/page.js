@@ -143,6 +143,7 @@ function restate(c) {
   const v = c.v, el = c.el, box = target(c);
   el.hidden = !v.shown;
   if ('disabled' in box) box.disabled = !v.enabled;
+  else box.setAttribute('aria-disabled', String(!v.enabled));
   el.classList.toggle('disabled', !v.enabled);
   if (!c.canvas) el.style.backgroundColor = v.back;  // a picture paints its own
   el.style.color = v.fore;

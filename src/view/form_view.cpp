@@ -184,6 +184,20 @@ double fittedPx(double fontPx, double scale, double boxWidth, double textWidth) 
   return std::max({fontPx * kLeastShrink, fontPx * room / textWidth, std::min(fontPx, kLegiblePx)});
 }
 
+std::vector<std::string> presentation(const FormView& view) {
+  std::vector<std::string> lines;
+  for (const ControlView& v : view.controls()) {
+    if (!v.shown) continue;
+    lines.push_back(v.control->name + "|" + std::string(roleName(v.role)) + "|" + v.name + "|" +
+                    (v.enabled ? "1" : "0") + "|" + std::to_string(v.checked));
+  }
+  std::string tab = "tab|";
+  for (const std::string& stop : view.tabStops()) tab += stop + " ";
+  lines.push_back(tab);
+  lines.push_back("focus|" + view.focus());
+  return lines;
+}
+
 Look lookOf(const ControlView& v, bool hovered) {
   Look look;
   look.back = toRgba(v.back);
@@ -447,6 +461,12 @@ ArrowMove FormView::arrow(std::string_view from, Arrow a) const {
   else
     i = (static_cast<std::size_t>(at - stops.begin()) + (forward ? 1 : n - 1)) % n;
   return {stops[i], false};
+}
+
+std::string FormView::focus() const {
+  if (window_ == FormWindowId::Main) return f_.ActiveControl;
+  const std::vector<std::string> stops = tabStops();
+  return stops.empty() ? std::string() : stops.front();
 }
 
 std::string FormView::escape() const {

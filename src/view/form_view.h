@@ -109,6 +109,7 @@ class FormView {
   // The window's size changed: every rectangle anew. The next glance lists what moved.
   void place(const Placement& p);
   const Placement& placement() const { return placement_; }
+  const MatchForm& form() const { return f_; }
   ClientSize client() const;
 
   const std::vector<ControlView>& controls() const { return views_; }
@@ -135,6 +136,9 @@ class FormView {
   std::vector<std::string> tabStops() const;
   // What arrow `a` does on control `from`, as things stand now.
   ArrowMove arrow(std::string_view from, Arrow a) const;
+  // Where the keyboard focus is in this window: where the game has it, or in the closing
+  // window its first Tab stop.
+  std::string focus() const;
   // What Escape presses in this window; empty for nothing.
   std::string escape() const;
 
@@ -163,6 +167,12 @@ class FormView {
   std::vector<ControlView> seen_;   // each view as the last glance listed it
   bool seenAll_ = false;
 };
+
+// What a person meets in the window as the view last saw it, as the fronts' tests compare it:
+// a line "name|role|spoken name|enabled|checked" for each control on show, in the view's
+// order, then "tab|" and the Tab stops in order, space-separated, and "focus|" and the control
+// the game gives the keyboard focus.
+std::vector<std::string> presentation(const FormView& view);
 
 // What assistive technology calls control `c` as the form is now: the game's own words for it,
 // and for a text read as text what it shows as well.

@@ -72,6 +72,71 @@ struct Game {
   std::unique_ptr<MatchWindow> w;  // goes before the form it shows
 };
 
+// What window `w` presents, read from Qt as assistive technology and Tab meet it, in the lines
+// of the view's presentation(): each control on show, the Tab stops, the focus.
+QStringList presented(FormWindow& w, const FormView& view) {
+  auto roleOf = [](QAccessibleInterface* a, const QWidget* widget) -> QString {
+    switch (a->role()) {
+      case QAccessible::Button:
+        return "button";
+      case QAccessible::CheckBox:
+        return "check box";
+      case QAccessible::RadioButton:
+        return "radio";
+      case QAccessible::EditableText:
+        return "entry";
+      case QAccessible::StaticText:
+        return qobject_cast<const QLabel*>(widget) != nullptr ? "label" : "text";
+      case QAccessible::ScrollBar:
+      case QAccessible::Slider:
+        return "slider";
+      case QAccessible::Grouping:
+        return "group";
+      case QAccessible::Graphic:
+        return "graphic";
+      default:
+        return QString::number(a->role());
+    }
+  };
+  QStringList lines;
+  const PiecesView* layer = w.pieces();
+  for (const ControlView& v : view.controls()) {
+    QAccessibleInterface* a = nullptr;
+    const QWidget* widget = w.widgetFor(v.control->name);
+    if (widget != nullptr) a = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
+    for (int i = 0; layer != nullptr && widget == nullptr && i < layer->count(); ++i)
+      if (&layer->picture(i) == v.control)
+        a = QAccessible::queryAccessibleInterface(const_cast<PiecesView*>(layer))->child(i);
+    if (a == nullptr || a->state().invisible) continue;
+    const int checked = a->state().checkable ? (a->state().checked ? 1 : 0) : -1;
+    lines << QString::fromStdString(v.control->name) + "|" + roleOf(a, widget) + "|" +
+                 a->text(QAccessible::Name) + "|" + (a->state().disabled ? "0" : "1") + "|" +
+                 QString::number(checked);
+  }
+  // Tab's way through the focus chain, from the window.
+  QString tab = "tab|";
+  for (QWidget* k = w.nextInFocusChain(); k != &w; k = k->nextInFocusChain())
+    if ((k->focusPolicy() & Qt::TabFocus) && k->isVisible() && k->isEnabled())
+      tab += k->objectName() + " ";
+  lines << tab;
+  const QWidget* focus = QApplication::focusWidget();
+  lines << "focus|" + (focus != nullptr ? focus->objectName() : QString());
+  return lines;
+}
+
+// Every line where what the window presents differs from what the view says it should.
+QString partedFromTheView(FormWindow& w, const FormView& view) {
+  const QStringList got = presented(w, view);
+  QStringList expected;
+  for (const std::string& line : presentation(view)) expected << QString::fromStdString(line);
+  QString parted;
+  for (const QString& line : expected)
+    if (!got.contains(line)) parted += "\n  expected " + line;
+  for (const QString& line : got)
+    if (!expected.contains(line)) parted += "\n  got      " + line;
+  return parted;
+}
+
 // Hands the next message box to `answer` once it is up.
 void onNextBox(std::function<void(QMessageBox*)> answer) {
   QTimer::singleShot(0, [answer] {
@@ -359,6 +424,31 @@ class WindowTest : public QObject {
     QCoreApplication::processEvents();
     QVERIFY(count.painted.contains(QStringLiteral("RainB(0)")));
     qApp->removeEventFilter(&count);
+  }
+
+  // The page is checked against the same view, so that both fronts present one thing.
+  void presentsWhatTheViewSaysAtEveryMoment() {
+    Game g;
+    QVERIFY(QTest::qWaitForWindowActive(g.w.get()));
+    auto check = [&](const char* moment) {
+      const QString parted = partedFromTheView(*g.w, g.w->view());
+      QVERIFY2(parted.isEmpty(), qPrintable(QString(moment) + ":" + parted));
+    };
+    check("at load");
+    g.key(Qt::Key_Space);  // Start
+    g.walk();
+    check("after Start");
+    g.f->Rnd.force({(4 - 0.5) / 6});
+    g.type('5');
+    check("after a roll");
+    g.type(static_cast<char>('0' + 8));
+    for (int tick = 0; tick < 4000 && g.f->KickFlag != -1; ++tick) g.w->pump(15);
+    check("after a kick");
+    QVERIFY(g.tabTo(QStringLiteral("CDend")));
+    g.key(Qt::Key_Space);  // Exit: the closing window
+    QVERIFY(g.w->links().isVisible());
+    const QString parted = partedFromTheView(g.w->links(), g.w->links().view());
+    QVERIFY2(parted.isEmpty(), qPrintable("after Exit:" + parted));
   }
 
   void tabRunsFromStartToExitAndEveryControlHasANameAndARole() {
