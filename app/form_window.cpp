@@ -84,6 +84,7 @@ struct FormWindow::Binding {
   Binding(Control& control, QWidget* widget) : c(control), w(widget) {}
   Control& c;
   QWidget* w;
+  const ControlView* view = nullptr;  // the control in the view
   bool fresh = true;
   bool touched = false;  // listed in touched_
   double left = 0, top = 0, width = 0, height = 0;
@@ -195,6 +196,7 @@ QWidget* FormWindow::bind(Control& c) {
   bindings_.push_back(std::make_unique<Binding>(c, w));
   byName_[c.name] = w;
   Binding& b = *bindings_.back();
+  b.view = view_.find(c);
   byControl_[&c] = &b;
   b.pictureButton = qobject_cast<PictureButton*>(w) != nullptr;
   makeAccessible(b);
@@ -245,11 +247,12 @@ void FormWindow::makeAccessible(Binding& b) {
 void FormWindow::nameForAssistiveTech(Binding& b) {
   // Pictures and texts are asked for their names when read; a caption that says what its
   // control is is the name Qt reports already.
-  const ControlView* v = view_.find(b.c);
+  const ControlView* v = b.view;
   if (v == nullptr || b.c.kind == Kind::Picture || b.pictureButton || v->role == Role::Text) return;
+  const std::string name = spokenName(f_, b.c);
   const bool captioned = b.c.kind != Kind::TextBox && b.c.kind != Kind::ScrollBar;
-  if (captioned && v->name == captionOf(b.c)) return;
-  if (b.w->accessibleName() != qs(v->name)) b.w->setAccessibleName(qs(v->name));
+  if (captioned && name == captionOf(b.c)) return;
+  if (b.w->accessibleName() != qs(name)) b.w->setAccessibleName(qs(name));
 }
 
 QString FormWindow::accessibleNameOf(const QWidget* w) const {
@@ -317,6 +320,7 @@ bool FormWindow::keyAsTheViewSays(QObject* watched, QEvent* e) {
     default:
       return false;
   }
+  view_.look();  // the arrows go by where things stand now
   const ArrowMove move = view_.arrow(v->control->name, arrow);
   if (move.own) return false;
   QWidget* to = widgetFor(move.to);
@@ -342,7 +346,6 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
 }
 
 void FormWindow::syncFromModel() {
-  view_.glance();
   syncing_ = true;
   for (auto& b : bindings_) sync(*b);
   if (pieces_ != nullptr) pieces_->syncAll();
@@ -360,9 +363,6 @@ void FormWindow::touch(const Control& c) {
 }
 
 void FormWindow::syncTouched() {
-  std::vector<const Control*> touched;
-  for (const Binding* b : touched_) touched.push_back(&b->c);
-  view_.glance(touched);
   syncing_ = true;
   for (Binding* b : touched_) {
     b->touched = false;
@@ -514,7 +514,8 @@ void FormWindow::place(Binding& b) {
 }
 
 void FormWindow::applyTabStop(Binding& b) {
-  const ControlView* v = view_.find(b.c);
+  // The role and look are the control's for good; whether Tab stops on it is asked now.
+  const ControlView* v = b.view;
   if (v == nullptr) return;
   const bool focusable = v->role == Role::Button || v->role == Role::CheckBox ||
                          v->role == Role::Radio || v->role == Role::Entry ||
@@ -524,7 +525,7 @@ void FormWindow::applyTabStop(Binding& b) {
   // would be left out of the Tab order when it is set). A click on a flag leaves the focus
   // where it was: the flag goes at once.
   const Qt::FocusPolicy stop = v->bare ? Qt::TabFocus : Qt::StrongFocus;
-  const Qt::FocusPolicy policy = v->tab > 0 ? stop : Qt::ClickFocus;
+  const Qt::FocusPolicy policy = view_.tabStop(b.c) ? stop : Qt::ClickFocus;
   if (b.w->focusPolicy() != policy) b.w->setFocusPolicy(policy);
 }
 

@@ -60,6 +60,7 @@ class FormWindow : public QWidget {
   QString accessibleNameOf(const Control& c) const;
   // The view this window draws.
   const FormView& view() const { return view_; }
+  FormView& view() { return view_; }
 
  signals:
   // The person is about to do something that reaches the model.

@@ -184,7 +184,8 @@ double fittedPx(double fontPx, double scale, double boxWidth, double textWidth) 
   return std::max({fontPx * kLeastShrink, fontPx * room / textWidth, std::min(fontPx, kLegiblePx)});
 }
 
-std::vector<std::string> presentation(const FormView& view) {
+std::vector<std::string> presentation(FormView& view) {
+  view.look();
   std::vector<std::string> lines;
   for (const ControlView& v : view.controls()) {
     if (!v.shown) continue;
@@ -256,6 +257,10 @@ ClientSize FormView::client() const {
 
 void FormView::place(const Placement& p) {
   placement_ = p;
+  look();
+}
+
+void FormView::look() {
   for (ControlView& v : views_) describe(v);
 }
 
@@ -302,9 +307,8 @@ PixelRect FormView::windowRect(const Control& c) const {
   return r;
 }
 
-bool FormView::tabStopNow(const ControlView& v) const {
-  const Control& c = *v.control;
-  if (!v.shown || !v.enabled) return false;
+bool FormView::tabStop(const Control& c) const {
+  if (!reachable(c) || !takesTabStop(c) || isPiece(f_, c)) return false;
   if (c.kind == Kind::TextBox && static_cast<const TextBox&>(c).Locked) return false;
   // A group of option buttons is one stop: the chosen one.
   if (c.kind == Kind::OptionButton && !static_cast<const OptionButton&>(c).Value) return false;
@@ -361,7 +365,7 @@ void FormView::describe(ControlView& v) const {
   v.side = sideOfControl(f_, c);
   v.group = c.kind == Kind::OptionButton ? static_cast<const OptionButton&>(c).group : 0;
   const auto i = static_cast<std::size_t>(&v - views_.data());
-  v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStopNow(v) ? tabOf_[i] : 0;
+  v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStop(c) ? tabOf_[i] : 0;
   v.pressable = v.role == Role::Button;
 }
 
@@ -393,26 +397,6 @@ std::vector<FormView::Change> FormView::glance() {
     compare(i, changes);
   }
   seenAll_ = true;
-  return changes;
-}
-
-std::vector<FormView::Change> FormView::glance(const std::vector<const Control*>& touched) {
-  if (!seenAll_) return glance();
-  std::vector<Change> changes;
-  for (std::size_t i = 0; i < views_.size(); ++i) {
-    const Control& c = *views_[i].control;
-    const bool looked = std::any_of(touched.begin(), touched.end(), [&](const Control* t) {
-      if (const int n = indexIn(f_.Tnum, *t);
-          n >= 0 && &f_.Player[static_cast<std::size_t>(n)] == &c)
-        return true;
-      for (const Control* k = &c; k != nullptr; k = k->parent)
-        if (k == t) return true;
-      return false;
-    });
-    if (!looked) continue;
-    describe(views_[i]);
-    compare(i, changes);
-  }
   return changes;
 }
 

@@ -127,10 +127,12 @@ class FormView {
   };
   // Looks at the form again: what changed since the last glance (everything at the first).
   std::vector<Change> glance();
-  // The same, looking only at the controls listed (a player's shirt number counts as its
-  // player, a container's change reaches what it holds): what a tick that may change only
-  // those needs.
-  std::vector<Change> glance(const std::vector<const Control*>& touched);
+
+  // Describes every control anew, as the form is now, leaving the glances' record alone: what a
+  // front that keeps its own record of what it showed asks for before it reads the view.
+  void look();
+  // Whether Tab stops on control `c` now, in its place in the order.
+  bool tabStop(const Control& c) const;
 
   // The Tab stops as they are now, in Tab's order.
   std::vector<std::string> tabStops() const;
@@ -154,7 +156,6 @@ class FormView {
  private:
   void describe(ControlView& v) const;
   PixelRect rectOf(const Control& c, bool moving) const;
-  bool tabStopNow(const ControlView& v) const;
   // Takes view `i` as seen; adds what changed in it to `changes`.
   void compare(std::size_t i, std::vector<Change>& changes);
 
@@ -172,7 +173,7 @@ class FormView {
 // a line "name|role|spoken name|enabled|checked" for each control on show, in the view's
 // order, then "tab|" and the Tab stops in order, space-separated, and "focus|" and the control
 // the game gives the keyboard focus.
-std::vector<std::string> presentation(const FormView& view);
+std::vector<std::string> presentation(FormView& view);
 
 // What assistive technology calls control `c` as the form is now: the game's own words for it,
 // and for a text read as text what it shows as well.

@@ -125,10 +125,10 @@ QStringList presented(FormWindow& w, const FormView& view) {
 }
 
 // Every line where what the window presents differs from what the view says it should.
-QString partedFromTheView(FormWindow& w, const FormView& view) {
-  const QStringList got = presented(w, view);
+QString partedFromTheView(FormWindow& w, FormView& view) {
   QStringList expected;
   for (const std::string& line : presentation(view)) expected << QString::fromStdString(line);
+  const QStringList got = presented(w, view);
   QString parted;
   for (const QString& line : expected)
     if (!got.contains(line)) parted += "\n  expected " + line;
