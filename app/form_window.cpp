@@ -419,7 +419,6 @@ void FormWindow::syncCommon(Binding& b, bool fresh) {
     b.enabled = c.Enabled;
     w->setEnabled(c.Enabled);
   }
-  applyTabStop(b);
   if (fresh || c.ToolTipText != b.tip) {
     b.tip = c.ToolTipText;
     w->setToolTip(qs(c.ToolTipText));
@@ -450,6 +449,10 @@ void FormWindow::syncToggle(Binding& b, bool fresh) {
                                              : static_cast<OptionButton&>(b.c).Value;
   // Always re-asserted: a click toggles the widget before the model has had its say.
   if (button->isChecked() != on) button->setChecked(on);
+  if (fresh || static_cast<int>(on) != b.value) {
+    b.value = on;
+    applyTabStop(b);
+  }
 }
 
 void FormWindow::syncTextBox(Binding& b, bool fresh) {
@@ -467,6 +470,7 @@ void FormWindow::syncTextBox(Binding& b, bool fresh) {
     b.locked = box.Locked;
     edit->setReadOnly(box.Locked);
     edit->setFrame(!box.Locked);
+    applyTabStop(b);
   }
 }
 
@@ -511,10 +515,13 @@ QRect FormWindow::viewRect(const Control& c) const {
 
 void FormWindow::place(Binding& b) {
   b.w->setGeometry(viewRect(b.c));
+  applyTabStop(b);
 }
 
 void FormWindow::applyTabStop(Binding& b) {
-  // The role and look are the control's for good; whether Tab stops on it is asked now.
+  // The role and look are the control's for good; whether Tab stops on it is asked when what
+  // decides it changed: its place (a banner), its value (an option), its lock (a text box).
+  // Qt passes over what is hidden or disabled by itself.
   const ControlView* v = b.view;
   if (v == nullptr) return;
   const bool focusable = v->role == Role::Button || v->role == Role::CheckBox ||
@@ -525,7 +532,7 @@ void FormWindow::applyTabStop(Binding& b) {
   // would be left out of the Tab order when it is set). A click on a flag leaves the focus
   // where it was: the flag goes at once.
   const Qt::FocusPolicy stop = v->bare ? Qt::TabFocus : Qt::StrongFocus;
-  const Qt::FocusPolicy policy = view_.tabStop(b.c) ? stop : Qt::ClickFocus;
+  const Qt::FocusPolicy policy = view_.tabStopWhenReachable(b.c) ? stop : Qt::ClickFocus;
   if (b.w->focusPolicy() != policy) b.w->setFocusPolicy(policy);
 }
 

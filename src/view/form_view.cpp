@@ -308,7 +308,11 @@ PixelRect FormView::windowRect(const Control& c) const {
 }
 
 bool FormView::tabStop(const Control& c) const {
-  if (!reachable(c) || !takesTabStop(c) || isPiece(f_, c)) return false;
+  return reachable(c) && tabStopWhenReachable(c);
+}
+
+bool FormView::tabStopWhenReachable(const Control& c) const {
+  if (!takesTabStop(c) || isPiece(f_, c)) return false;
   if (c.kind == Kind::TextBox && static_cast<const TextBox&>(c).Locked) return false;
   // A group of option buttons is one stop: the chosen one.
   if (c.kind == Kind::OptionButton && !static_cast<const OptionButton&>(c).Value) return false;

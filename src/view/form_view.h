@@ -131,8 +131,10 @@ class FormView {
   // Describes every control anew, as the form is now, leaving the glances' record alone: what a
   // front that keeps its own record of what it showed asks for before it reads the view.
   void look();
-  // Whether Tab stops on control `c` now, in its place in the order.
+  // Whether Tab stops on control `c` now, in its place in the order; and whether it would if
+  // it and its containers were visible and enabled (which a toolkit checks by itself).
   bool tabStop(const Control& c) const;
+  bool tabStopWhenReachable(const Control& c) const;
 
   // The Tab stops as they are now, in Tab's order.
   std::vector<std::string> tabStops() const;
