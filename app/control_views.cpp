@@ -10,13 +10,14 @@
 #include <cmath>
 
 #include "ui/layout.h"
+#include "view/form_view.h"
 
 namespace quorvel {
 
 // ---- PictureDrawing ----------------------------------------------------------------------
 
 PictureDrawing::PictureDrawing(const Picture& picture, const TextBox* number)
-    : picture_(picture), number_(number), opensLeft_(goalMouth(picture.name) == Mouth::OpensLeft) {
+    : picture_(picture), number_(number) {
   refresh();
 }
 
@@ -29,25 +30,11 @@ bool PictureDrawing::refresh() {
   if (taken_ && now == shown_) return false;
   taken_ = true;
   shown_ = now;
-
-  PictureLook look;
-  look.back = toQColor(picture_.BackColor);
-  if (number_ != nullptr) {
-    look.number = QString::fromStdString(number_->Text);
-    look.numberInk = toQColor(number_->ForeColor);
-    look.numberBack = toQColor(number_->BackColor);
-    if (picture_.Width > 0 && picture_.Height > 0)
-      look.numberBox = QRectF(number_->Left / picture_.Width, number_->Top / picture_.Height,
-                              number_->Width / picture_.Width, number_->Height / picture_.Height);
-  }
-  look.opensLeft = opensLeft_;
+  Look look = lookOf(picture_, number_, false);
   const QString key = QString::fromStdString(picture_.Image);
-  const bool same = key == key_ && look.back == look_.back && look.number == look_.number &&
-                    look.numberInk == look_.numberInk && look.numberBack == look_.numberBack &&
-                    look.numberBox == look_.numberBox;
-  if (same) return false;
+  if (key == key_ && look == look_) return false;
   key_ = key;
-  look_ = look;
+  look_ = std::move(look);
   drawn_ = QPixmap();
   return true;
 }
@@ -193,10 +180,8 @@ void PictureButton::leaveEvent(QEvent* e) {
 void PictureButton::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.setRenderHint(QPainter::Antialiasing);
-  PictureLook look;
-  look.back = back_;
-  look.hovered = hovered_ && isEnabled();
-  drawButton(p, key_, rect(), look, {isDown(), hasFocus(), isEnabled()});
+  drawButton(p, key_, rect(), lookOf(button_, nullptr, hovered_ && isEnabled()),
+             {isDown(), hasFocus(), isEnabled()});
   if (hasFocus()) drawFocusFrame(p, rect());
 }
 

@@ -51,8 +51,8 @@ class PictureDrawing {
  private:
   const Picture& picture_;
   const TextBox* number_;
-  const bool opensLeft_;  // a goal picture: which way its mouth faces
-  // The model's values last taken over.
+  // The model's values last taken over, compared before any look is made: asking after every
+  // tick then costs little.
   struct Shown {
     std::string image;
     Colour back;
@@ -65,8 +65,8 @@ class PictureDrawing {
     bool operator==(const Shown&) const = default;
   } shown_;
   bool taken_ = false;
-  QString key_;
-  PictureLook look_;
+  QString key_;  // the picture drawn, and its look
+  Look look_;
   QPixmap drawn_;    // the picture at the last size and pixel ratio; empty when stale
   QSize drawnSize_;  // ... that size, in logical pixels
 };

@@ -334,7 +334,7 @@ bool FormWindow::keyAsTheViewSays(QObject* watched, QEvent* e) {
 bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
   // A piece is a picture of its own: a click on it reaches nothing under it.
   if (onAPieceAbove(watched, e)) return true;
-  if (keyAsTheViewSays(watched, e)) return true;
+  if (e->type() == QEvent::KeyPress && keyAsTheViewSays(watched, e)) return true;
   if (e->type() == QEvent::FocusIn && !syncing_) {
     const auto reason = static_cast<QFocusEvent*>(e)->reason();
     if (personsFocus(reason)) {

@@ -38,26 +38,22 @@ MatchWindow::MatchWindow(MatchForm& f)
   }
   fit();
 
-  // Containers first, so that what they hold can be placed inside them.
-  forEachControl(f, [this](Control& c) {
-    if (c.kind == Kind::Frame && !f_.LinksForm.holds(c)) bind(c);
-  });
-  forEachControl(f, [this](Control& c) {
-    if (c.kind == Kind::Frame || f_.LinksForm.holds(c)) return;
-    if (indexIn(f_.Tnum, c) >= 0) return;  // painted as part of its player
-    if (indexIn(f_.Di, c) >= 0) return;    // a store of faces, never shown
+  // Containers first, so that what they hold can be placed inside them; then the rest in the
+  // view's order, which stacks the banners under the pitch until they slide out below it.
+  for (const ControlView& v : view().controls())
+    if (v.control->kind == Kind::Frame) bind(*v.control);
+  for (const ControlView& v : view().controls()) {
+    Control& c = *v.control;
+    if (c.kind == Kind::Frame) continue;
     // The players and the ball move many times a second: they are painted, not widgets.
-    if (const int player = indexIn(f_.Player, c); player >= 0)
-      return bindPiece(f_.Player[player], &f_.Tnum[player]);
-    if (&c == &f_.Ball) return bindPiece(f_.Ball, nullptr);
+    if (v.piece) {
+      bindPiece(static_cast<Picture&>(c), shirtNumberOf(f, c));
+      continue;
+    }
     QWidget* w = bind(c);
-    if (indexIn(f_.Banner, c) >= 0 || indexIn(f_.RainB, c) >= 0)
-      w->setCursor(Qt::PointingHandCursor);
-  });
-  // The banners wait under the pitch until they slide out below it. The pitch covers its
-  // whole rectangle (an opaque picture), so nothing under it is painted.
-  for (auto& banner : f.Banner)
-    if (QWidget* w = widgetFor(banner.name)) w->lower();
+    if (v.role == Role::Button && c.kind == Kind::Picture) w->setCursor(Qt::PointingHandCursor);
+  }
+  // The pitch covers its whole rectangle (an opaque picture), so nothing under it is painted.
   standPiecesOn(f.Grass);
 
   links_ = std::make_unique<LinksWindow>(f);

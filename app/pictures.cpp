@@ -11,42 +11,27 @@
 
 namespace quorvel {
 
-namespace {
-
 Rgba toRgba(const QColor& c) {
   return {static_cast<std::uint8_t>(c.red()), static_cast<std::uint8_t>(c.green()),
           static_cast<std::uint8_t>(c.blue()), static_cast<std::uint8_t>(c.alpha())};
 }
 
-Look toLook(const PictureLook& look) {
-  Look out;
-  out.back = toRgba(look.back);
-  out.number = look.number.toStdString();
-  out.numberInk = toRgba(look.numberInk);
-  out.numberBack = toRgba(look.numberBack);
-  out.numberBox = toBox(look.numberBox);
-  out.opensLeft = look.opensLeft;
-  out.hovered = look.hovered;
-  return out;
+void drawPicture(QPainter& p, const QString& key, const QRectF& r, const Look& look) {
+  paintPicture(p, describePicture(key.toStdString(), look, toBox(r)));
 }
 
-}  // namespace
-
-void drawPicture(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look) {
-  paintPicture(p, describePicture(key.toStdString(), toLook(look), toBox(r)));
-}
-
-void drawButton(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look,
+void drawButton(QPainter& p, const QString& key, const QRectF& r, const Look& look,
                 const ButtonState& state) {
-  paintPicture(p, describeButton(key.toStdString(), toLook(look), state, toBox(r)));
+  paintPicture(p, describeButton(key.toStdString(), look, state, toBox(r)));
 }
 
-QPixmap drawnPlayer(const QSize& size, qreal ratio, const PictureLook& look) {
-  const Look described = toLook(look);
+QPixmap drawnPlayer(const QSize& size, qreal ratio, const Look& look) {
+  const Look& described = look;
+  const auto rgba = [](Rgba c) { return qRgba(c.r, c.g, c.b, c.a); };
   const Box box = toBox(QRectF(QPointF(), QSizeF(size)));
   const QString key = QStringLiteral("shirt %1 %2 %3x%4 %5")
-                          .arg(look.back.rgba())
-                          .arg(look.numberInk.rgba())
+                          .arg(rgba(look.back))
+                          .arg(rgba(look.numberInk))
                           .arg(size.width())
                           .arg(size.height())
                           .arg(ratio);

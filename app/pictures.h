@@ -19,26 +19,18 @@ inline QColor toQColor(Colour c) {
   return QColor(c.red(), c.green(), c.blue());
 }
 
-// What a picture needs besides its key.
-struct PictureLook {
-  QColor back;       // the control's BackColor: a shirt's colour, a swatch's colour
-  QString number;    // a player's shirt number
-  QColor numberInk;  // ... and its colours
-  QColor numberBack;
-  QRectF numberBox;        // where the number box sits, as fractions of the picture
-  bool opensLeft = false;  // a goal whose mouth faces left (the right-hand goal)
-  bool hovered = false;    // a clickable picture under the mouse
-};
+Rgba toRgba(const QColor& c);
 
-// Draws picture `key` into `r`; the empty key draws a plain panel, unknown keys nothing.
-void drawPicture(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look);
+// Draws picture `key` into `r` with `look` (view/form_view.h's lookOf); the empty key draws a
+// plain panel, unknown keys nothing.
+void drawPicture(QPainter& p, const QString& key, const QRectF& r, const Look& look);
 // Draws a button showing picture `key` into `r`: its face and the picture on it.
-void drawButton(QPainter& p, const QString& key, const QRectF& r, const PictureLook& look,
+void drawButton(QPainter& p, const QString& key, const QRectF& r, const Look& look,
                 const ButtonState& state);
 
 // The "player" picture at `size` logical pixels of device pixel ratio `ratio`: its side's shirt,
 // drawn once for every player that wears it at that size, with this player's number on a copy.
-QPixmap drawnPlayer(const QSize& size, qreal ratio, const PictureLook& look);
+QPixmap drawnPlayer(const QSize& size, qreal ratio, const Look& look);
 
 // The game's icon (quorvel.svg) at the sizes a window manager asks for.
 QIcon appIcon();

@@ -88,14 +88,14 @@ class Pitch : public QWidget {
       quorvel::drawPicture(
           p, QStringLiteral("pitch"),
           QRectF(left * s_, top * s_, quorvel::kPitchWidth * s_, quorvel::kPitchHeight * s_),
-          quorvel::PictureLook{});
+          quorvel::Look{});
     });
     const QSize player = rectOf(1).size(), ball = rectOf(0).size();
     const QColor colours[2] = {QColor(252, 0, 0), QColor(0, 0, 252)};
     for (int side = 0; side < 2; ++side)
       shirt_[side] = drawn(player, [&](QPainter& p) {
-        quorvel::PictureLook look;
-        look.back = colours[side];
+        quorvel::Look look;
+        look.back = quorvel::toRgba(colours[side]);
         quorvel::drawPicture(p, QStringLiteral("player"), QRectF(QPointF(), player), look);
       });
     ball_ = drawn(ball, [&](QPainter& p) {

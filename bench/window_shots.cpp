@@ -132,12 +132,13 @@ void sheet() {
     for (const QSizeF& size : sizes) {
       for (int variant = 0; variant < 2; ++variant) {
         if (x + size.width() > out.width()) x = 2.5, y += rowHeight + 3, rowHeight = 0;
-        quorvel::PictureLook look;
-        look.back = variant == 0 ? QColor(200, 30, 77) : QColor(240, 240, 120);
-        look.number = variant == 0 ? QStringLiteral("7") : QStringLiteral("10");
-        look.numberInk = variant == 0 ? QColor(255, 255, 255) : QColor(20, 20, 120);
-        look.numberBack = variant == 0 ? look.back : QColor(255, 255, 255);
-        look.numberBox = QRectF(0.15, 0.25, 0.67, 0.47);
+        quorvel::Look look;
+        look.back = quorvel::toRgba(variant == 0 ? QColor(200, 30, 77) : QColor(240, 240, 120));
+        look.number = variant == 0 ? "7" : "10";
+        look.numberInk =
+            quorvel::toRgba(variant == 0 ? QColor(255, 255, 255) : QColor(20, 20, 120));
+        look.numberBack = variant == 0 ? look.back : quorvel::toRgba(QColor(255, 255, 255));
+        look.numberBox = {0.15, 0.25, 0.67, 0.47};
         look.opensLeft = variant == 1;
         look.hovered = variant == 1;
         quorvel::drawPicture(p, QString::fromLatin1(key), QRectF(QPointF(x, y), size), look);

@@ -262,7 +262,7 @@ std::string drawing(const std::string& name, double width, double height, bool h
   const ControlView* v = game.main->find(name);
   if (v == nullptr) v = game.closing->find(name);
   if (v == nullptr) return "{\"opacity\":1,\"shapes\":[]}";
-  const Look look = lookOf(*v, hovered);
+  const Look look = lookOf(*v->control, shirtNumberOf(*game.form, *v->control), hovered);
   const Box room{0, 0, width, height};
   const Drawing d = v->control->kind == Kind::CommandButton
                         ? describeButton(v->image, look, {down, focused, v->enabled}, room)

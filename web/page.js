@@ -145,6 +145,7 @@ function restate(c) {
   if ('disabled' in box) box.disabled = !v.enabled;
   else box.setAttribute('aria-disabled', String(!v.enabled));
   el.classList.toggle('disabled', !v.enabled);
+  el.classList.toggle('pressable', v.pressable);
   if (!c.canvas) el.style.backgroundColor = v.back;  // a picture paints its own
   el.style.color = v.fore;
   el.style.fontWeight = v.bold ? 'bold' : 'normal';

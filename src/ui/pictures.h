@@ -27,6 +27,7 @@ struct Look {
   Box numberBox;           // where the number box sits, as fractions of the picture's size
   bool opensLeft = false;  // a goal whose mouth faces left (the right-hand goal)
   bool hovered = false;    // a clickable picture under the mouse
+  bool operator==(const Look&) const = default;
 };
 
 // Picture `key` filling `box`. The empty key is a plain panel in the back colour; an unknown

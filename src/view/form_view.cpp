@@ -199,18 +199,25 @@ std::vector<std::string> presentation(FormView& view) {
   return lines;
 }
 
-Look lookOf(const ControlView& v, bool hovered) {
+Look lookOf(const Control& c, const TextBox* number, bool hovered) {
   Look look;
-  look.back = toRgba(v.back);
-  look.hovered = hovered && v.enabled;
-  look.opensLeft = v.opensLeft;
-  if (v.number != ShirtNumber{}) {
-    look.number = v.number.text;
-    look.numberInk = toRgba(v.number.ink);
-    look.numberBack = toRgba(v.number.back);
-    look.numberBox = {v.number.left, v.number.top, v.number.width, v.number.height};
+  look.back = toRgba(c.BackColor);
+  look.hovered = hovered && c.Enabled;
+  look.opensLeft = goalMouth(c.name) == Mouth::OpensLeft;
+  if (number != nullptr) {
+    look.number = number->Text;
+    look.numberInk = toRgba(number->ForeColor);
+    look.numberBack = toRgba(number->BackColor);
+    if (c.Width > 0 && c.Height > 0)
+      look.numberBox = {number->Left / c.Width, number->Top / c.Height, number->Width / c.Width,
+                        number->Height / c.Height};
   }
   return look;
+}
+
+const TextBox* shirtNumberOf(const MatchForm& f, const Control& c) {
+  const int player = indexIn(f.Player, c);
+  return player >= 0 ? &f.Tnum[static_cast<std::size_t>(player)] : nullptr;
 }
 
 std::string messageLines(std::string_view text) {
@@ -235,8 +242,8 @@ FormView::FormView(MatchForm& f, FormWindowId window) : f_(f), window_(window) {
     for (const ControlView& v : views_)
       if (takesTabStop(*v.control)) order_.push_back(v.control->name);
   } else {
-    // The banners wait under the pitch until they slide out below it.
-    for (auto& banner : f.Banner) add(banner);
+    // The banners wait under the pitch until they slide out below it, the title on top.
+    for (auto banner = f.Banner.rbegin(); banner != f.Banner.rend(); ++banner) add(*banner);
     forEachControl(f, [&](Control& c) {
       if (f.LinksForm.holds(c) || !hasOwnView(f, c) || indexIn(f.Banner, c) >= 0) return;
       add(c);

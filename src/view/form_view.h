@@ -181,9 +181,11 @@ std::vector<std::string> presentation(FormView& view);
 // and for a text read as text what it shows as well.
 std::string spokenName(const MatchForm& f, const Control& c);
 
-// What picture control `v` shows besides its key; the mouse over it shows only where it can
-// be used.
-Look lookOf(const ControlView& v, bool hovered);
+// What picture control `c` shows besides its key, `number` being the shirt-number box a player
+// picture holds (null for any other); the mouse over it shows only where it can be used.
+Look lookOf(const Control& c, const TextBox* number, bool hovered);
+// Player picture `c`'s shirt-number box; null for any other control.
+const TextBox* shirtNumberOf(const MatchForm& f, const Control& c);
 
 // A text `textWidth` pixels wide at `fontPx` in a box `boxWidth` pixels wide, at `scale`: the
 // size it is shown at, smaller rather than cut off, but never below what stays legible.
