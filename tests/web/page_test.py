@@ -130,6 +130,7 @@ def heard_and_pressed():
               "T.view('OpName(0)').v.checked]") == ['OpName(0)', 1, 1], \
         'from Nations the arrows reach Clubs and choose it, and the mode stays'
     key(Keys.RIGHT)  # back to Nations, as the page opened
+    assert js("T.view('OpName(1)').v.checked") == 1, 'and back to Nations'
     # Space presses a colour swatch, as a click does.
     back = js("T.view('RainB(0)').v.back")
     js("T.el('RainB(0)').focus()")
@@ -224,9 +225,9 @@ def play(url):
     driver.switch_to.window(driver.window_handles[1])
     assert driver.current_url.startswith('https://quorvel.example.org'), driver.current_url
     driver.switch_to.window(driver.window_handles[0])
-    click('LinksForm.CDend')
+    key(Keys.ESCAPE)  # as its Exit does
     wait("!document.getElementById('ended').hidden && document.getElementById('closing').hidden",
-         "the closing window's Exit ends the game and takes the window away")
+         "Escape in the closing window ends the game and takes the window away")
 
 
 if __name__ == '__main__':
