@@ -253,10 +253,36 @@ int ScaledStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 
 void ScaledStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const {
+  if (element == PE_PanelLineEdit) {
+    if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option))
+      return drawPanel(*frame, painter, widget);
+  }
   if (element != PE_FrameFocusRect)
     return QProxyStyle::drawPrimitive(element, option, painter, widget);
   // Around a check box's or an option button's caption, just outside its letters.
   drawFocusFrame(*painter, QRectF(option->rect).adjusted(-2, -1, 2, 1));
+}
+
+void ScaledStyle::drawPanel(const QStyleOptionFrame& frame, QPainter* painter,
+                            const QWidget* widget) const {
+  const qreal ratio = painter->device()->devicePixelRatio();
+  const PanelKey key{frame.palette.cacheKey(),      frame.rect.width(), frame.rect.height(),
+                     static_cast<int>(frame.state), frame.lineWidth,    ratio};
+  auto it = panels_.find(key);
+  if (it == panels_.end()) {
+    // Every look a text box has had at every size it has had: a handful.
+    if (panels_.size() > 256) panels_.clear();
+    QPixmap panel(frame.rect.size() * ratio);
+    panel.setDevicePixelRatio(ratio);
+    panel.fill(Qt::transparent);
+    QPainter onto(&panel);
+    QStyleOptionFrame at = frame;
+    at.rect.moveTopLeft(QPoint(0, 0));
+    QProxyStyle::drawPrimitive(PE_PanelLineEdit, &at, &onto, widget);
+    onto.end();
+    it = panels_.emplace(key, std::move(panel)).first;
+  }
+  painter->drawPixmap(frame.rect.topLeft(), it->second);
 }
 
 void ScaledStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -10,12 +10,14 @@
 #include <QWidget>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 
 #include "form/controls.h"
 #include "pictures.h"
 
 class QKeyEvent;
+class QStyleOptionFrame;
 class QMouseEvent;
 class QPainter;
 
@@ -177,7 +179,18 @@ class ScaledStyle : public QProxyStyle {
                    const QWidget* widget = nullptr) const override;
 
  private:
+  // A text box's panel and frame as Fusion draws them, drawn once for each look and size: a
+  // text box that slides (the names and scores after a 50/50) is then a copy, not a drawing.
+  struct PanelKey {
+    qint64 palette;
+    int width, height, state, lineWidth;
+    qreal ratio;
+    auto operator<=>(const PanelKey&) const = default;
+  };
+  void drawPanel(const QStyleOptionFrame& frame, QPainter* painter, const QWidget* widget) const;
+
   double scale_ = 1;
+  mutable std::map<PanelKey, QPixmap> panels_;
 };
 
 }  // namespace quorvel
