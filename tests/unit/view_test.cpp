@@ -39,6 +39,14 @@ TEST(View, TabStopsRunFromStartToExitPassingOverWhatCannotBeUsedNow) {
   stops = view.tabStops();
   EXPECT_TRUE(has(stops, "Banner(0)"));
   EXPECT_FALSE(has(stops, "Team(1)"));
+
+  // In the closing window the focus starts on its first stop, and Escape is its Exit.
+  f->LinksForm.Visible = true;
+  FormView closing(*f, FormWindowId::Closing);
+  ASSERT_FALSE(closing.tabStops().empty());
+  EXPECT_EQ(closing.focus(), closing.tabStops().front());
+  EXPECT_EQ(closing.escape(), f->LinksForm.CDend.name);
+  EXPECT_EQ(view.escape(), "");
 }
 
 TEST(View, EveryControlSaysWhatItIsAndWhose) {
