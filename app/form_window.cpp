@@ -209,7 +209,7 @@ QWidget* FormWindow::bind(Control& c) {
 
 void FormWindow::bindPiece(Picture& p, const TextBox* number) {
   if (pieces_ == nullptr) {
-    pieces_ = new PiecesView([this](const Control& c) { return viewRect(c); }, this);
+    pieces_ = new PiecesView([this](const Control& c) { return pixelRect(c); }, this);
     pieces_->setGeometry(rect());
   }
   pieces_->add(p, number);
@@ -497,10 +497,6 @@ QRectF FormWindow::formArea() const {
 }
 
 QRect FormWindow::pixelRect(const Control& c) const {
-  return viewRect(c);
-}
-
-QRect FormWindow::viewRect(const Control& c) const {
   // The view's edges are on whole pixels here, the window's device pixel ratio aside.
   const Control* parent = c.parent;
   PixelRect r = view_.windowRect(c);
@@ -514,7 +510,7 @@ QRect FormWindow::viewRect(const Control& c) const {
 }
 
 void FormWindow::place(Binding& b) {
-  b.w->setGeometry(viewRect(b.c));
+  b.w->setGeometry(pixelRect(b.c));
   applyTabStop(b);
 }
 
@@ -524,9 +520,8 @@ void FormWindow::applyTabStop(Binding& b) {
   // Qt passes over what is hidden or disabled by itself.
   const ControlView* v = b.view;
   if (v == nullptr) return;
-  const bool focusable = v->role == Role::Button || v->role == Role::CheckBox ||
-                         v->role == Role::Radio || v->role == Role::Entry ||
-                         v->role == Role::Slider || b.c.kind == Kind::TextBox;
+  // A text box that only says something can still be clicked into, as Qt's text boxes can.
+  const bool focusable = v->focusable || b.c.kind == Kind::TextBox;
   if (!focusable) return;
   // Tab passes over it, but a click still gives it the focus (a control without any focus
   // would be left out of the Tab order when it is set). A click on a flag leaves the focus

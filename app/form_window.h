@@ -45,7 +45,7 @@ class FormWindow : public QWidget {
   // The layer the pieces are painted on; null before the first piece is bound.
   const PiecesView* pieces() const { return pieces_; }
   double scale() const { return view_.placement().scale; }
-  // Where control `c` appears, in this window's pixels.
+  // Where the view puts control `c`, in its container's pixels (the window's for one without).
   QRect pixelRect(const Control& c) const;
   // The letterboxed area the whole form fills.
   QRectF formArea() const;
@@ -97,8 +97,6 @@ class FormWindow : public QWidget {
   void relayout();
   void showPiecesOnGround();
   void forward(Control& c);
-  // Where the view puts control `c`, in its container's pixels.
-  QRect viewRect(const Control& c) const;
   // Tab stops on the widget where the view says it does now.
   void applyTabStop(Binding& b);
   // An arrow or Enter on widget `watched` does what the view says; true when it did something.

@@ -30,8 +30,10 @@ void LinksWindow::mouseReleaseEvent(QMouseEvent* e) {
 }
 
 void LinksWindow::keyPressEvent(QKeyEvent* e) {
-  if (e->key() == Qt::Key_Escape)
-    close();
+  // Escape presses what the view says it presses: the Exit.
+  auto* exit = qobject_cast<QAbstractButton*>(widgetFor(view().escape()));
+  if (e->key() == Qt::Key_Escape && exit != nullptr)
+    exit->click();
   else
     FormWindow::keyPressEvent(e);
 }

@@ -127,7 +127,8 @@ std::string viewOf(const ControlView& v, bool closing, bool whole) {
            ",\"max\":" + std::to_string(v.max) + ",\"step\":" + std::to_string(v.step);
   out += ",\"role\":" + quoted(roleName(v.role)) + ",\"name\":" + quoted(v.name) +
          ",\"checked\":" + std::to_string(v.checked) + ",\"side\":" + std::to_string(v.side) +
-         ",\"tab\":" + std::to_string(v.tab) + ",\"pressable\":" + flag(v.pressable);
+         ",\"tab\":" + std::to_string(v.tab) + ",\"pressable\":" + flag(v.pressable) +
+         ",\"focusable\":" + flag(v.focusable);
   return out + "}";
 }
 

@@ -162,8 +162,7 @@ function restate(c) {
   else box.removeAttribute('aria-label');
   if (v.role === 'graphic' && !v.name) el.setAttribute('aria-hidden', 'true');
   else el.removeAttribute('aria-hidden');
-  const focusable = v.role !== 'graphic' && v.role !== 'group' && v.role !== 'label' && v.role !== 'text';
-  if (focusable) box.tabIndex = v.tab > 0 ? v.tab : -1;
+  if (v.focusable) box.tabIndex = v.tab > 0 ? v.tab : -1;
   switch (v.kind) {
     case 'command button':
       if (!c.canvas) el.textContent = v.caption;

@@ -389,6 +389,8 @@ void FormView::describe(ControlView& v) const {
   const auto i = static_cast<std::size_t>(&v - views_.data());
   v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStop(c) ? tabOf_[i] : 0;
   v.pressable = v.role == Role::Button;
+  v.focusable = v.pressable || v.role == Role::CheckBox || v.role == Role::Radio ||
+                v.role == Role::Entry || v.role == Role::Slider;
 }
 
 void FormView::compare(std::size_t i, std::vector<Change>& changes) {

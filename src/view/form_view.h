@@ -87,6 +87,7 @@ struct ControlView {
   int checked = -1;        // a check box or option button: 1 ticked or chosen, 0 not; else -1
   int side = 0;            // the team it belongs to: 1 left, 2 right, 0 neither
   int group = 0;           // option buttons of one group: the arrows move among them
+  bool focusable = false;  // it can take the keyboard focus (a button, box, entry or slider)
   int tab = 0;             // its place in Tab's order now, from 1; 0: Tab passes over it
   bool pressable = false;  // Space and Enter press it (the toolkit's own buttons do already)
   bool operator==(const ControlView&) const = default;
