@@ -178,10 +178,17 @@ void PictureButton::leaveEvent(QEvent* e) {
 }
 
 void PictureButton::paintEvent(QPaintEvent*) {
+  const Look look = lookOf(button_, nullptr, hovered_ && isEnabled());
+  const ButtonState state{isDown(), hasFocus(), isEnabled()};
   QPainter p(this);
-  p.setRenderHint(QPainter::Antialiasing);
-  drawButton(p, key_, rect(), lookOf(button_, nullptr, hovered_ && isEnabled()),
-             {isDown(), hasFocus(), isEnabled()});
+  if (bare()) {
+    // A flag is small and shows once a roll: drawn straight onto what is under it.
+    p.setRenderHint(QPainter::Antialiasing);
+    drawButton(p, key_, rect(), look, state);
+  } else {
+    // The die is shown anew at every roll and every landing, in one of a few looks.
+    p.drawPixmap(0, 0, drawnButton(key_, size(), devicePixelRatioF(), look, state));
+  }
   if (hasFocus()) drawFocusFrame(p, rect());
 }
 
@@ -225,6 +232,54 @@ void ScrollView::paintEvent(QPaintEvent* e) {
 void TextView::mouseReleaseEvent(QMouseEvent* e) {
   QLineEdit::mouseReleaseEvent(e);
   if (e->button() == Qt::LeftButton && rect().contains(e->position().toPoint())) emit clicked();
+}
+
+TextView::Shown TextView::shownNow() const {
+  return {text(),
+          font(),
+          palette().cacheKey(),
+          size(),
+          devicePixelRatioF(),
+          isEnabled(),
+          hasFrame(),
+          alignment(),
+          isReadOnly(),
+          underMouse(),
+          cursorPosition(),
+          selectionStart(),
+          static_cast<int>(selectedText().size())};
+}
+
+void TextView::paintEvent(QPaintEvent* e) {
+  // Typing shows a cursor: drawn as Qt draws it.
+  if (drawing_ || hasFocus()) {
+    QLineEdit::paintEvent(e);
+    return;
+  }
+  if (!shown_.isNull() && shownNow() == shownFor_) {
+    QPainter p(this);
+    p.drawPixmap(0, 0, shown_);
+    return;
+  }
+  QLineEdit::paintEvent(e);
+  // Drawn again into the copy once this paint is over (a widget cannot draw itself twice at
+  // once): a box that moves on keeps its copy.
+  if (!copyAsked_) {
+    copyAsked_ = true;
+    QMetaObject::invokeMethod(this, &TextView::copyShown, Qt::QueuedConnection);
+  }
+}
+
+void TextView::copyShown() {
+  copyAsked_ = false;
+  const Shown now = shownNow();
+  shown_ = QPixmap(now.size * now.ratio);
+  shown_.setDevicePixelRatio(now.ratio);
+  shown_.fill(Qt::transparent);
+  drawing_ = true;
+  render(&shown_, QPoint(), QRegion(), RenderFlags());
+  drawing_ = false;
+  shownFor_ = now;
 }
 
 // ---- ScaledStyle -------------------------------------------------------------------------

@@ -146,6 +146,30 @@ class TextView : public QLineEdit {
 
  protected:
   void mouseReleaseEvent(QMouseEvent* e) override;
+  // A box without the focus (the names and scores, the clock) is drawn once for each text,
+  // look and size and then copied: a 50/50 contest slides the names and scores a step at every
+  // tick, with nothing in them changed.
+  void paintEvent(QPaintEvent* e) override;
+
+ private:
+  struct Shown {
+    QString text;
+    QFont font;
+    qint64 palette = 0;
+    QSize size;
+    qreal ratio = 0;
+    bool enabled = false, frame = false;
+    Qt::Alignment alignment;
+    bool readOnly = false, hovered = false;
+    int cursor = 0, selectionStart = 0, selected = 0;  // which part of a long text shows
+    bool operator==(const Shown&) const = default;
+  };
+  Shown shownNow() const;
+  void copyShown();
+  Shown shownFor_;
+  QPixmap shown_;
+  bool drawing_ = false;    // drawing into shown_
+  bool copyAsked_ = false;  // once this paint is over
 };
 
 // A scroll bar that shows when it has the keyboard focus (Fusion draws no sign of it).

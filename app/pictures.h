@@ -28,6 +28,11 @@ void drawPicture(QPainter& p, const QString& key, const QRectF& r, const Look& l
 void drawButton(QPainter& p, const QString& key, const QRectF& r, const Look& look,
                 const ButtonState& state);
 
+// A button showing picture `key` at `size` logical pixels of device pixel ratio `ratio`, drawn
+// once for each look and state at that size.
+QPixmap drawnButton(const QString& key, const QSize& size, qreal ratio, const Look& look,
+                    const ButtonState& state);
+
 // The "player" picture at `size` logical pixels of device pixel ratio `ratio`: its side's shirt,
 // drawn once for every player that wears it at that size, with this player's number on a copy.
 QPixmap drawnPlayer(const QSize& size, qreal ratio, const Look& look);

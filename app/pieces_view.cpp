@@ -32,13 +32,14 @@ PiecesView::~PiecesView() = default;
 
 void PiecesView::add(const Picture& picture, const TextBox* number) {
   pieces_.push_back(std::make_unique<Piece>(picture, number, count()));
+  byControl_[&picture] = pieces_.back().get();
+  if (number != nullptr) byControl_[number] = pieces_.back().get();
   sync(*pieces_.back());
 }
 
 PiecesView::Piece* PiecesView::find(const Control& c) const {
-  for (const auto& p : pieces_)
-    if (&p->picture == &c || p->number == &c) return p.get();
-  return nullptr;
+  const auto it = byControl_.find(&c);
+  return it == byControl_.end() ? nullptr : it->second;
 }
 
 bool PiecesView::touch(const Control& c) {

@@ -11,6 +11,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "control_views.h"
@@ -64,6 +65,9 @@ class PiecesView : public QWidget {
 
   std::function<QRect(const Control&)> place_;
   std::vector<std::unique_ptr<Piece>> pieces_;  // bottom to top
+  // Each piece by its picture and by its number box: asked at every tick for each control
+  // the tick may change.
+  std::unordered_map<const Control*, Piece*> byControl_;
   std::vector<Piece*> touched_;
   PictureView* ground_ = nullptr;
   std::vector<QRect> hidden_;

@@ -295,9 +295,14 @@ struct DieColours {
 constexpr DieColours kBright{{255, 255, 255}, {226, 228, 222}, {70, 74, 70}};
 constexpr DieColours kDimmed{{184, 188, 180}, {150, 154, 146}, {120, 124, 116}};
 
-void die(Drawing& pic, const Box& area, int face, bool dimmed) {
+// The square a die stands in within `area`.
+Box dieSquare(const Box& area) {
   const double margin = area.width * kDieMargin;
-  const Box r = inset(square(area), margin, margin);
+  return inset(square(area), margin, margin);
+}
+
+// The die without its pips, standing in square `r`.
+void dieBody(Drawing& pic, const Box& r, bool dimmed) {
   const double s = r.width;
   const DieColours& colours = dimmed ? kDimmed : kBright;
   pic.shapes.push_back(roundedRect(translated(r, s * kDieShadow.x, s * kDieShadow.y),
@@ -306,6 +311,10 @@ void die(Drawing& pic, const Box& area, int face, bool dimmed) {
       roundedRect(r, s * kDieCorner,
                   linear({r.x, r.y}, {right(r), bottom(r)}, {{0, colours.top}, {1, colours.foot}}),
                   pen(std::max(1.0, s * kDieEdge), colours.edge)));
+}
+
+void diePips(Drawing& pic, const Box& r, int face) {
+  const double s = r.width;
   const Face& f = kFaces[face];
   for (int k = 0; k < f.pips; ++k) {
     const Point c{r.x + f.at[k].x * s, r.y + f.at[k].y * s};
@@ -313,6 +322,12 @@ void die(Drawing& pic, const Box& area, int face, bool dimmed) {
                                  radial({c.x - s * kPipLight, c.y - s * kPipLight}, s * kPipShade,
                                         {{0, {70, 70, 76}}, {1, {12, 12, 16}}})));
   }
+}
+
+void die(Drawing& pic, const Box& area, int face, bool dimmed) {
+  const Box r = dieSquare(area);
+  dieBody(pic, r, dimmed);
+  diePips(pic, r, face);
 }
 
 // ---- swatch ------------------------------------------------------------------------------------
@@ -602,6 +617,28 @@ bool bareButton(std::string_view key) {
   return kind != nullptr && kind->bare;
 }
 
+namespace {
+
+double faceEdge(const Box& box) {
+  return std::max(1.0, std::min(box.width, box.height) * kFaceEdge);
+}
+
+// Where a button's picture stands on its face: pressed, it sinks by the face's edge.
+Box artOnFace(const Box& box, const ButtonState& state) {
+  const double shorter = std::min(box.width, box.height);
+  const Box art = inset(box, shorter * kFaceInset, shorter * kFaceInset);
+  return state.down ? translated(art, 0, faceEdge(box)) : art;
+}
+
+}  // namespace
+
+Drawing describeDiePips(int face, const ButtonState& state, const Box& box) {
+  Drawing pic;
+  diePips(pic, dieSquare(artOnFace(box, state)), face);
+  if (!state.enabled) pic.opacity = kDisabledOpacity;
+  return pic;
+}
+
 Drawing describeButton(std::string_view key, const Look& look, const ButtonState& state,
                        const Box& box) {
   if (bareButton(key)) {
@@ -610,15 +647,13 @@ Drawing describeButton(std::string_view key, const Look& look, const ButtonState
     return pic;
   }
   const double shorter = std::min(box.width, box.height);
-  const double edge = std::max(1.0, shorter * kFaceEdge);
+  const double edge = faceEdge(box);
   Rgba face = look.back;
   if (state.down)
     face = darker(face, kPressed);
   else if (look.hovered)
     face = lighter(face, kHovered);
-  Box art = inset(box, shorter * kFaceInset, shorter * kFaceInset);
-  if (state.down) art = translated(art, 0, edge);
-  Drawing pic = describePicture(key, look, art);
+  Drawing pic = describePicture(key, look, artOnFace(box, state));
   pic.shapes.insert(
       pic.shapes.begin(),
       roundedRect(inset(box, edge / 2, edge / 2), shorter * kFaceCorner,

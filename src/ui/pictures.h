@@ -58,6 +58,10 @@ struct ButtonState {
   bool enabled = true;
 };
 
+// A die's button in two layers, which drawn in turn make describeButton's picture of face
+// `face` (1..6): the blank die on its face (key "die0"), the same at every roll, and its pips.
+Drawing describeDiePips(int face, const ButtonState& state, const Box& box);
+
 // The "player" picture in its two layers, which drawn in turn make the whole picture: the
 // shirt, the same for every player of a side (its back and its number's ink), and the number.
 Drawing describeShirt(const Look& look, const Box& box);

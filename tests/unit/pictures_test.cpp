@@ -111,6 +111,22 @@ TEST(Pictures, ADieShowsItsFaceAndTheDimmedBlankIsDarker) {
       EXPECT_LT(lightness(body.fill.stops.front().colour), lightness(bright));
     }
   }
+  // The window draws the die on its button as the blank die, kept, with the pips over it: the
+  // two layers are the whole button in every state, pressed and faded too.
+  for (const ButtonState state :
+       {ButtonState{}, ButtonState{true, true, true}, ButtonState{false, false, false}})
+    for (int face = 1; face <= 6; ++face) {
+      const Drawing whole = describeButton("die" + std::to_string(face), {}, state, box);
+      const Drawing blank = describeButton("die0", {}, state, box);
+      const Drawing pips = describeDiePips(face, state, box);
+      ASSERT_EQ(whole.shapes.size(), blank.shapes.size() + pips.shapes.size()) << face;
+      for (std::size_t k = 0; k < whole.shapes.size(); ++k) {
+        const Shape& layered =
+            k < blank.shapes.size() ? blank.shapes[k] : pips.shapes[k - blank.shapes.size()];
+        EXPECT_EQ(whole.shapes[k].box, layered.box) << face << " shape " << k;
+      }
+      EXPECT_EQ(pips.opacity, whole.opacity);
+    }
 }
 
 // The number box of the layout, on the shirt: the number sits inside the shirt's outline, in its
