@@ -34,6 +34,10 @@ build: configure
 run: build
 	./$(BUILD)/app/quorvel
 
+# The page's tests build it with emscripten (Node runs its rules) and play it in headless
+# Chromium through chromium-driver and Selenium: the README's test command installs them too.
+WEB_TEST_PACKAGES := emscripten chromium chromium-driver python3-selenium
+test: PACKAGES += $(WEB_TEST_PACKAGES)
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 
