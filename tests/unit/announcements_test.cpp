@@ -1,9 +1,9 @@
 // What is heard is what happened. Whole seeded matches in every mode are listened to at every
-// moment, as the window listens, and each sentence is read back against the form it tells of:
-// every event is heard when it happens, and every word heard is true of what is on show. The
-// sides and the score are checked by the names and the score boxes, the receiver by his shirt
-// and the square his picture stands on, each flag by where its picture stands, a 50/50 by its
-// dice, a substitution by the shirts of the two players.
+// moment, as the window listens, and what is told must be, word for word, what a seeing player
+// has on show at that moment: every event heard when it happens, the sides and the score by the
+// names and the score boxes, the receiver by his shirt and the square his picture stands on,
+// each flag by where its picture stands, a 50/50 by its dice, a substitution by the shirts of
+// the two players.
 #include "ui/announcements.h"
 
 #include <gtest/gtest.h>
