@@ -99,7 +99,8 @@ std::string flagName(const MatchForm& f, int d) {
 }
 
 std::string playerName(const MatchForm& f, int player) {
-  return f.Team[sideOf(player)].Text + " number " + std::to_string(shirtOf(player));
+  // The number on the shirt: a substitute keeps his own in the place of the player he replaced.
+  return f.Team[sideOf(player)].Text + " number " + f.Tnum[static_cast<std::size_t>(player)].Text;
 }
 
 std::string accessibleName(const MatchForm& f, const Control& c) {

@@ -57,9 +57,8 @@ std::string landingLine(const Glance& g, bool withOwner) {
   if (g.goalSide != 0)
     add(line, "Goal for " + g.team[g.goalSide == 1 ? 1 : 2] + "!");
   else if (withOwner)
-    add(line, g.team[static_cast<std::size_t>(sideOf(g.owner))] + " number " +
-                  std::to_string(shirtOf(g.owner)) + " has the ball, " + squareName(g.col, g.row) +
-                  ".");
+    add(line, g.team[static_cast<std::size_t>(sideOf(g.owner))] + " number " + g.ownerShirt +
+                  " has the ball, " + squareName(g.col, g.row) + ".");
   return line;
 }
 
@@ -79,6 +78,8 @@ Glance glance(const MatchForm& f) {
   g.kickFlag = f.KickFlag;
   g.kicks = f.KickCount[1] + f.KickCount[2];
   g.owner = std::clamp(roundIndex(f.BallOwner), 1, 22);
+  // A substitute plays on in the place of the player he replaced, wearing his own number.
+  g.ownerShirt = f.Tnum[static_cast<std::size_t>(g.owner)].Text;
   g.col = f.BallCol;
   g.row = f.BallRow;
   g.contest = f.ContestWin;
@@ -93,6 +94,8 @@ Glance glance(const MatchForm& f) {
   g.substituting = f.TimSub.Enabled();
   g.subOff = roundIndex(f.SubOff);
   g.subOn = roundIndex(f.SubNumber);
+  if (g.substituting)
+    g.subOffShirt = f.Tnum[static_cast<std::size_t>(std::clamp(g.subOff, 0, 22))].Text;
   return g;
 }
 
@@ -114,8 +117,7 @@ std::string announcement(const Glance& before, const Glance& after) {
                   after.team[static_cast<std::size_t>(after.side)] + " to kick off.");
   if (after.substituting && !before.substituting && after.subOff > 0)
     add(text, after.team[static_cast<std::size_t>(sideOf(after.subOff))] + ": number " +
-                  std::to_string(after.subOn) + " on for number " +
-                  std::to_string(shirtOf(after.subOff)) + ".");
+                  std::to_string(after.subOn) + " on for number " + after.subOffShirt + ".");
   if (after.rolled && (!before.rolled || landed || newMatch)) add(text, rollLine(after));
   return text;
 }

@@ -25,6 +25,7 @@ struct Glance {
   int kickFlag = -1;                  // the flag of the kick in flight, -1 none
   double kicks = 0;                   // kicks completed by both sides
   int owner = 0;                      // the player with the ball
+  std::string ownerShirt;             // the number on his shirt
   double col = 0, row = 0;            // the square the ball is on
   int contest = 0;                    // ContestWin
   std::array<int, 3> contestFaces{};  // (1..2) the 50/50 dice
@@ -33,6 +34,7 @@ struct Glance {
   bool halfTime = false, fullTime = false;
   bool substituting = false;
   int subOff = 0, subOn = 0;  // player leaving, shirt coming on
+  std::string subOffShirt;    // the number on the leaving player's shirt
 };
 
 Glance glance(const MatchForm& f);

@@ -13,16 +13,19 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWindow>
 #include <QtTest>
+#include <cmath>
 #include <functional>
 #include <memory>
 
 #include "events/events.h"
 #include "links_window.h"
 #include "match/match.h"
+#include "match/pitch.h"
 #include "match_window.h"
 #include "pictures.h"
 #include "ui/accessible_names.h"
@@ -162,6 +165,28 @@ int firstFlag(const MatchForm& f) {
   for (int d = 0; d < 8; ++d)
     if (f.CDdest[d].Visible) return d;
   return -1;
+}
+
+// Where the window as its partial repaints built it up (the offscreen screen's copy of it)
+// differs from the window painted afresh: the first pixel and the rectangle round them all.
+QString unlikeAFreshPaint(QWidget& w) {
+  QCoreApplication::processEvents();
+  const QImage shown = w.screen()->grabWindow(w.winId()).toImage();
+  const QImage fresh = w.grab().toImage();
+  if (shown == fresh) return {};
+  QRect differs;
+  QPoint first;
+  for (int y = 0; y < std::max(shown.height(), fresh.height()); ++y)
+    for (int x = 0; x < std::max(shown.width(), fresh.width()); ++x)
+      if (shown.pixel(x, y) != fresh.pixel(x, y)) {
+        if (differs.isNull()) first = QPoint(x, y);
+        differs |= QRect(x, y, 1, 1);
+      }
+  return QString::asprintf(
+      "shown %s, painted afresh %s at (%d, %d), the first pixel that "
+      "differs; all within %d,%d %dx%d",
+      qPrintable(QColor(shown.pixel(first)).name()), qPrintable(QColor(fresh.pixel(first)).name()),
+      first.x(), first.y(), differs.x(), differs.y(), differs.width(), differs.height());
 }
 
 }  // namespace
@@ -424,6 +449,67 @@ class WindowTest : public QObject {
     QCoreApplication::processEvents();
     QVERIFY(count.painted.contains(QStringLiteral("RainB(0)")));
     qApp->removeEventFilter(&count);
+  }
+
+  // What is painted is what is there: at many moments of a match, the window as its partial
+  // repaints built it up is the window painted afresh, pixel for pixel. The moments: the teams
+  // waiting below the pitch, their walk onto it, kicks, a substitute walking on across the
+  // pitch's top edge, a shot into a goal, its celebration and the walk back to kick off.
+  void whatIsPaintedIsWhatIsThere() {
+    Game g;
+    g.w->resize(g.w->naturalSize() * 0.974);  // on a scale that is not round
+    QVERIFY(QTest::qWaitForWindowExposed(g.w.get()));
+    MatchForm& f = *g.f;
+    QString unlike;  // the first moment that was not painted as afresh
+    auto check = [&](const char* what) {
+      if (!unlike.isEmpty()) return;
+      const QString d = unlikeAFreshPaint(*g.w);
+      if (!d.isEmpty())
+        unlike = QString::asprintf("%s, after %g kicks, at %s, tick %lld:\n  ", what,
+                                   f.KickCount[1] + f.KickCount[2], f.TXtim.Text.c_str(),
+                                   static_cast<long long>(f.Sched.now() / 15)) +
+                 d;
+    };
+    check("the teams waiting below the pitch");
+    f.Rnd.force({0.0, 0.0});
+    QTest::mouseClick(g.widget("CDgo"), Qt::LeftButton);
+    bool substituted = false;
+    auto scored = [&f] { return f.Goals[1].Text != "0" || f.Goals[2].Text != "0"; };
+    // Towards the right-hand goal, to see a shot into it soon.
+    auto toward = [&f](int d) { return f.CDdest[d].Left - std::abs(f.CDdest[d].Top - kCentreTop); };
+    // Until the first goal is counted and the walk back to kick off is over.
+    for (int tick = 0; tick < 20000 && unlike.isEmpty() && !(scored() && !f.TimPlace.Enabled());
+         ++tick) {
+      const bool still =
+          f.KickFlag == -1 && !f.TimPlace.Enabled() && !f.TimSub.Enabled() && !f.TimSc.Enabled();
+      if (still && f.DiceReady == kDiceReady && f.KickCount[1] + f.KickCount[2] >= 4 &&
+          !substituted && f.TeamTurn == kLeftSide) {
+        QTest::mouseClick(g.widget("CHsub(0)"), Qt::LeftButton);
+        QVERIFY(f.TimSub.Enabled());
+        substituted = true;
+        check("a substitute coming on");
+      } else if (still && f.DiceReady == kDiceReady) {
+        g.type(static_cast<char>(kRollKey));
+      } else if (still && firstFlag(f) >= 0) {
+        int best = firstFlag(f);
+        for (int d = 0; d < 8; ++d)
+          if (f.CDdest[d].Visible && toward(d) > toward(best)) best = d;
+        g.type(static_cast<char>(kFlagKeys[best]));
+      }
+      g.w->pump(15);
+      QCoreApplication::processEvents();
+      // Often while a substitute crosses the pitch's edge or a shot flies in, else now and then.
+      const bool crossing = f.TimSub.Enabled() && f.SubTicks < 80;
+      const bool shot = f.GoalFlag > -1 && f.KickFlag != -1;
+      if (tick % (crossing || shot ? 6 : 100) == 0)
+        check(crossing               ? "a substitute walking on"
+              : shot                 ? "a shot into a goal"
+              : f.TimSc.Enabled()    ? "a goal's celebration"
+              : f.TimPlace.Enabled() ? "a walk"
+                                     : "a kick or the ball at its owner's feet");
+    }
+    QVERIFY2(unlike.isEmpty(), qPrintable(unlike));
+    QVERIFY(substituted && scored());
   }
 
   // The page is checked against the same view, so that both fronts present one thing.
