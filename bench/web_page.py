@@ -3,9 +3,13 @@
 
   first paint  the page's first contentful paint against a bare page whose one canvas shows the
                same pitch through the same painter (no WebAssembly), PAIRS interleaved loads;
-  wake-ups     how often the page wakes for the game's timers, its pace (virtual ms per wall ms)
-               and Chromium's busy time, for SECONDS before Start, with the ball idling at its
-               owner's feet, and through kicks played with the keypad.
+  processor    the renderer's and the GPU process's processor time, for SECONDS of each phase
+               (before Start, the ball idling at its owner's feet, kicks played with the keypad),
+               against a bare canvas page that moves one picture of the ball's size at the same
+               rate (every 15 ms), repainting only the rectangle it left and the one it entered:
+               at the same place for the idling, along the pitch for the kicks. Page and bare
+               page alternate, PAIRS of each, in one tab; the medians and their ratio are printed,
+               with the page's wake-ups a second and its pace (virtual ms a wall ms).
 Chromium is driven as the page's test drives it (tests/web/page_test.py), on the wall clock.
 
    bench/web_page.py BUILD-WEB/quorvel.html [--pairs 9] [--seconds 10]"""
@@ -31,18 +35,37 @@ FIRST_PAINT = ("return new Promise((done) => new PerformanceObserver((seen, o) =
                ".observe({type: 'paint', buffered: true}))")
 
 
-def bare_page(path, drawing, size, painter):
-    """One canvas showing the pitch, painted by web/painter.js from the page's own description."""
+def bare_page(path, pitch, ball, size, ball_at, painter):
+    """One canvas showing the pitch, painted by web/painter.js from the page's own description;
+    with `?idle` or `?flight` a ball's picture moves on it every 15 ms, each move repainting the
+    rectangle it left and the one it entered from a copy of the pitch."""
     with open(painter) as f:
         script = f.read()
     w, h = size
+    bx, by, bw, bh = ball_at
     with open(path, 'w') as out:
         out.write(f'''<!doctype html><html><head><meta charset="utf-8"><title>bare</title></head>
 <body style="margin:0;background:#dfe6da"><canvas id="c" style="width:{w}px;height:{h}px"></canvas>
 <script>{script}
 const c = document.getElementById('c'), ratio = devicePixelRatio;
 c.width = Math.round({w} * ratio); c.height = Math.round({h} * ratio);
-paintPicture(c, {drawing}, ratio);
+paintPicture(c, {pitch}, ratio);
+const under = document.createElement('canvas'), ball = document.createElement('canvas');
+under.width = c.width; under.height = c.height; under.getContext('2d').drawImage(c, 0, 0);
+ball.width = Math.round({bw} * ratio); ball.height = Math.round({bh} * ratio);
+paintPicture(ball, {ball}, ratio);
+const ctx = c.getContext('2d'), moving = location.search === '?flight';
+let x = {bx}, y = {by}, step = 0;
+window.wakeups = 0;
+function tick() {{
+  window.wakeups++;
+  const r = [Math.floor(x * ratio), Math.floor(y * ratio), ball.width + 1, ball.height + 1];
+  if (moving) {{ step = (step + 1) % 60; x = {bx} + (step - 30) * {w} / 120; }}
+  ctx.drawImage(under, ...r, ...r);
+  ctx.drawImage(ball, Math.round(x * ratio), Math.round(y * ratio));
+  setTimeout(tick, 15);
+}}
+if (location.search) setTimeout(tick, 15);
 </script></body></html>''')
 
 
@@ -58,38 +81,52 @@ def first_paint(driver, url):
     return ms
 
 
-def busy(root):
-    """Processor seconds used so far by Chromium: process `root` and all its children."""
+def processes(root):
+    """Processor seconds used so far by Chromium's renderers and by its GPU process, and the
+    pids of the processes descended from `root`."""
     stats = {}
     for pid in filter(str.isdigit, os.listdir('/proc')):
         try:
             with open(f'/proc/{pid}/stat') as f:
                 fields = f.read().rsplit(')', 1)[1].split()
+            with open(f'/proc/{pid}/cmdline', 'rb') as f:
+                kind = f.read()  # Chromium writes its own title: '... --type=renderer ...'
         except OSError:
             continue
-        stats[int(pid)] = (int(fields[1]), int(fields[11]) + int(fields[12]))  # ppid, utime+stime
-    family, ticks = {root}, 0
+        ticks = int(fields[11]) + int(fields[12])  # utime + stime
+        stats[int(pid)] = (int(fields[1]), ticks, kind)
+    family = {root}
     for _ in range(5):  # chromium-driver, the browser, its zygotes, renderers and helpers
-        family |= {pid for pid, (ppid, _) in stats.items() if ppid in family}
-    ticks = sum(stats[pid][1] for pid in family if pid in stats)
-    return ticks / os.sysconf('SC_CLK_TCK')
+        family |= {pid for pid, (ppid, _, _) in stats.items() if ppid in family}
+    used = {'renderer': 0, 'gpu': 0}
+    for pid in family & stats.keys():
+        kind = stats[pid][2]
+        if b'--type=renderer' in kind:
+            used['renderer'] += stats[pid][1]
+        elif b'--type=gpu-process' in kind:
+            used['gpu'] += stats[pid][1]
+    return {k: v / os.sysconf('SC_CLK_TCK') for k, v in used.items()}
 
 
-def watch(driver, seconds, act=None):
-    """Wake-ups a second, virtual ms per wall ms, and Chromium's share of one processor."""
-    counts = 'return [Module.page.wakeups, Module.virtualTime(), performance.now()]'
+def watch(driver, seconds, wakeups, act=None):
+    """Wake-ups a second, virtual ms per wall ms (None for the bare page), and the renderer's
+    and the GPU process's shares of one processor."""
+    counts = f'return [{wakeups}, window.Module ? Module.virtualTime() : 0, performance.now()]'
     root = driver.service.process.pid
     start = driver.execute_script(counts)
-    task = busy(root)
+    before = processes(root)
     end = time.monotonic() + seconds
     while time.monotonic() < end:
         if act:
             act()
         time.sleep(0.25)
     stop = driver.execute_script(counts)
+    after = processes(root)
     wall = stop[2] - start[2]
-    return ((stop[0] - start[0]) * 1000 / wall, (stop[1] - start[1]) / wall,
-            (busy(root) - task) * 1000 / wall)
+    return {'wakeups': (stop[0] - start[0]) * 1000 / wall,
+            'pace': (stop[1] - start[1]) / wall,
+            'renderer': (after['renderer'] - before['renderer']) * 1000 / wall,
+            'gpu': (after['gpu'] - before['gpu']) * 1000 / wall}
 
 
 def main():
@@ -110,8 +147,16 @@ def main():
                                      ".getBoundingClientRect(); return [r.width, r.height];")
         drawing = driver.execute_script(
             f"return Module.drawing('Grass', {size[0]}, {size[1]}, false, false, false)")
+        # The ball where it rests at kick-off, in the pitch's pixels.
+        ball_at = driver.execute_script(
+            "const b = Module.page.views.get('Ball').el.getBoundingClientRect(), "
+            "g = Module.page.views.get('Grass').el.getBoundingClientRect(); "
+            "return [b.left - g.left, b.top - g.top, b.width, b.height];")
+        ball = driver.execute_script(
+            f"return Module.drawing('Ball', {ball_at[2]}, {ball_at[3]}, false, false, false)")
         bare = os.path.join(scratch, 'bare.html')
-        bare_page(bare, json.dumps(json.loads(drawing)), size, painter)
+        bare_page(bare, json.dumps(json.loads(drawing)), json.dumps(json.loads(ball)), size,
+                  ball_at, painter)
 
         times = {'page': [], 'bare': []}
         for _ in range(args.pairs):
@@ -122,14 +167,8 @@ def main():
                   f'({min(ms):.1f} to {max(ms):.1f})')
         print(f'ratio: {statistics.median(times["page"]) / statistics.median(times["bare"]):.2f}')
 
-        def report(what, r):
-            print(f'{what}: {r[0]:.1f} wake-ups a second, pace {r[1]:.4f} virtual ms a wall ms, '
-                  f'processor {r[2] * 100:.1f} %')
-        report('before Start', watch(driver, args.seconds))
-        driver.execute_script("Module.page.views.get('Chq').el.firstChild.click(); "
-                              "Module.page.views.get('CDgo').el.click();")
-        time.sleep(1)
-        report("the ball at its owner's feet", watch(driver, args.seconds))
+        start = ("Module.page.views.get('Chq').el.firstChild.click(); "
+                 "Module.page.views.get('CDgo').el.click();")
 
         def kick():
             # Roll with the keypad's 5, then click the first flag offered, as a person would.
@@ -137,7 +176,42 @@ def main():
             driver.execute_script("const flag = [...Array(8).keys()].map((d) => Module.page"
                                   ".views.get(`CDdest(${d})`).el).find((el) => !el.hidden); "
                                   "if (flag) flag.click();")
-        report('through kicks', watch(driver, args.seconds, kick))
+
+        def game(phase):
+            driver.get(page)
+            WebDriverWait(driver, 60).until(lambda d: d.execute_script(READY))
+            if phase != 'before Start':
+                driver.execute_script(start)
+                time.sleep(1.5)  # the walk onto the pitch
+            act = kick if phase == 'through kicks' else None
+            return watch(driver, args.seconds, 'Module.page.wakeups', act)
+
+        def floor(phase):
+            query = {'before Start': '', "the ball at its owner's feet": '?idle',
+                     'through kicks': '?flight'}[phase]
+            driver.get('file://' + bare + query)
+            time.sleep(0.5)
+            return watch(driver, args.seconds, 'window.wakeups')
+
+        print(f'\nprocessor, % of one core: median of {args.pairs} alternating runs of '
+              f'{args.seconds:g} s each')
+        print(f'{"phase":30} {"renderer":>17} {"GPU process":>17} {"ratio":>6} '
+              f'{"wake-ups/s":>11} {"pace":>6}')
+        for phase in ('before Start', "the ball at its owner's feet", 'through kicks'):
+            runs = {'page': [], 'bare': []}
+            for _ in range(args.pairs):
+                runs['page'].append(game(phase))
+                runs['bare'].append(floor(phase))
+            m = {who: {k: statistics.median(r[k] for r in rs) for k in rs[0]}
+                 for who, rs in runs.items()}
+            page_cost = m['page']['renderer'] + m['page']['gpu']
+            bare_cost = m['bare']['renderer'] + m['bare']['gpu']
+            ratio = page_cost / bare_cost if bare_cost > 0 else float('inf')
+            print(f'{phase:30} {m["page"]["renderer"] * 100:6.1f} / {m["bare"]["renderer"] * 100:5.1f} '
+                  f'{m["page"]["gpu"] * 100:8.1f} / {m["bare"]["gpu"] * 100:5.1f} {ratio:6.2f} '
+                  f'{m["page"]["wakeups"]:5.1f} / {m["bare"]["wakeups"]:4.1f} '
+                  f'{m["page"]["pace"]:6.3f}')
+        print('(page / bare page; the ratio is of the two processes together)')
     finally:
         driver.quit()
         shutil.rmtree(scratch, ignore_errors=True)
