@@ -88,6 +88,7 @@ function target(c) {
 function create(name, v) {
   const el = makeElement(name, v);
   el.classList.add('control', v.kind.replace(' ', '-'));
+  el.classList.toggle('piece', v.piece);
   const c = { name, v, el, hovered: false, down: false };
   page.views.set(name, c);
   target(c).dataset.name = name;
@@ -123,7 +124,14 @@ function draw(c) {
 
 function place(c) {
   const [left, top, width, height] = c.v.rect;
-  Object.assign(c.el.style, { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
+  // A piece moves many times a second: shifted on a layer of its own, which lays nothing out
+  // again and repaints nothing under it.
+  if (c.v.piece) {
+    Object.assign(c.el.style, { transform: `translate(${left}px, ${top}px)`, width: `${width}px`,
+                                height: `${height}px` });
+  } else {
+    Object.assign(c.el.style, { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
+  }
 }
 
 // A text longer than its box is shown smaller rather than cut off, by the view's rule.

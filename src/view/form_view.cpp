@@ -262,6 +262,8 @@ FormView::FormView(MatchForm& f, FormWindowId window) : f_(f), window_(window) {
     order_ = tabOrder(f);
   }
   tabOf_.assign(views_.size(), 0);
+  styleOf_.clear();
+  for (const ControlView& v : views_) styleOf_.push_back(textStyleFor(v.control->name));
   for (std::size_t i = 0; i < views_.size(); ++i) {
     const auto at = std::find(order_.begin(), order_.end(), views_[i].control->name);
     if (at != order_.end()) tabOf_[i] = static_cast<int>(at - order_.begin()) + 1;
@@ -365,7 +367,8 @@ void FormView::describe(ControlView& v) const {
                 n.Top / c.Height, n.Width / c.Width, n.Height / c.Height};
   }
   v.caption = captionOf(c);
-  const TextStyle style = textStyleFor(c.name);
+  const auto i = static_cast<std::size_t>(&v - views_.data());
+  const TextStyle& style = styleOf_[i];
   v.fontPx = style.px * placement_.scale;
   v.bold = style.bold;
   v.italic = style.italic;
@@ -386,7 +389,6 @@ void FormView::describe(ControlView& v) const {
                   : -1;
   v.side = sideOfControl(f_, c);
   v.group = c.kind == Kind::OptionButton ? static_cast<const OptionButton&>(c).group : 0;
-  const auto i = static_cast<std::size_t>(&v - views_.data());
   v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStop(c) ? tabOf_[i] : 0;
   v.pressable = v.role == Role::Button;
   v.focusable = v.pressable || v.role == Role::CheckBox || v.role == Role::Radio ||
@@ -497,8 +499,8 @@ double FormView::newsFontPx() const {
 
 double FormView::legibleScale() const {
   double smallest = std::numeric_limits<double>::max();
-  for (const ControlView& v : views_)
-    if (!v.piece) smallest = std::min(smallest, textStyleFor(v.control->name).px);
+  for (std::size_t i = 0; i < views_.size(); ++i)
+    if (!views_[i].piece) smallest = std::min(smallest, styleOf_[i].px);
   return views_.empty() ? 0 : kLegiblePx / smallest;
 }
 

@@ -167,6 +167,7 @@ class FormView {
   Placement placement_;
   std::vector<ControlView> views_;
   std::vector<std::string> order_;  // every control that may take a Tab stop, in Tab's order
+  std::vector<TextStyle> styleOf_;  // each view's type, which its control keeps for good
   std::vector<int> tabOf_;          // its place in order_ for each view, from 1; 0 for none
   std::vector<ControlView> seen_;   // each view as the last glance listed it
   bool seenAll_ = false;
