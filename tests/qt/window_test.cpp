@@ -378,6 +378,35 @@ class WindowTest : public QObject {
     QCOMPARE(icon, QMessageBox::Critical);
   }
 
+  void timeStandsStillUnderAMessageBoxAndGoesOnFromWhereItWas() {
+    // On the wall clock, as the game runs: the walk onto the pitch is under way when Help opens.
+    Game g;
+    g.w->startClock();
+    QTest::mouseClick(g.widget("CDgo"), Qt::LeftButton);
+    QTest::qWait(150);
+    QVERIFY(g.f->TimPlace.Enabled());
+    constexpr int kUpMs = 600;  // how long the box stays up
+    Millis opened = -1, closing = -1;
+    double walkerOpened = 0, walkerClosing = 0;
+    onNextBox([&](QMessageBox* box) {
+      opened = g.f->Sched.now();
+      walkerOpened = g.f->Player[1].Left + g.f->Player[1].Top;
+      QTimer::singleShot(kUpMs, box, [&, box] {
+        closing = g.f->Sched.now();
+        walkerClosing = g.f->Player[1].Left + g.f->Player[1].Top;
+        box->button(QMessageBox::Ok)->click();
+      });
+    });
+    QTest::mouseClick(g.widget("CDhelp"), Qt::LeftButton);
+    QVERIFY(opened >= 0 && closing >= 0);
+    QCOMPARE(closing, opened);  // no tick ran while the box was up
+    QCOMPARE(walkerClosing, walkerOpened);
+    QTest::qWait(60);
+    const Millis on = g.f->Sched.now() - closing;
+    // It goes on, by the time since the box closed, not by the time it was up as well.
+    QVERIFY2(on > 0 && on < kUpMs / 2, qPrintable(QString("%1 ms on after the box").arg(on)));
+  }
+
   void scalingKeepsProportionsDownToReadableTexts() {
     Game g;
     const QFont natural = g.widget("Team(1)")->font();
