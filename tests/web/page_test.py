@@ -5,6 +5,7 @@ open, a whole match played with the keypad and told in the news, Exit and the cl
 Screenshots of each step go to SHOTS.   page_test.py BUILD-WEB/quorvel.html [SHOTS]"""
 import os
 import sys
+import time
 
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
@@ -186,6 +187,26 @@ def full_time():
     shot('web-fulltime.png')
 
 
+def time_holds_under_the_box():
+    """While a message box is up nothing of the match moves and the page sleeps; once it closes
+    the match goes on from where it was, not ahead by the time the box was up."""
+    up_ms = 2000
+    opened = js('[Module.virtualTime(), T.view("Ball").v.rect.join()]')
+    time.sleep(up_ms / 1000)
+    closing = js('[Module.virtualTime(), T.view("Ball").v.rect.join(), Module.page.timer]')
+    assert closing[:2] == opened, f'the match moved under the message box: {opened} {closing}'
+    assert not closing[2], 'the page keeps a timer armed under the message box'
+    js("document.getElementById('message').addEventListener('close', "
+       "() => { window.closedAt = performance.now(); }, { once: true })")
+    driver.find_element('css selector', '#message button').click()
+    wait('!T.message()', 'OK closes the message box')
+    wait(f'Module.virtualTime() > {closing[0]}', 'the match goes on once the box is closed')
+    virtual, wall, closed = js('[Module.virtualTime(), performance.now(), window.closedAt]')
+    on, since = virtual - closing[0], wall - closed
+    assert on <= since + up_ms / 2, \
+        f'the match went {on:.0f} ms on in the {since:.0f} ms since the box closed'
+
+
 def play(url):
     driver.get(url)
     wait("document.body.classList.contains('ready')", 'the page starts')
@@ -205,8 +226,7 @@ def play(url):
     wait("T.message() === 'Free Quorvel'", 'Help opens its message box')
     assert 'Keypad' in js("document.getElementById('message-text').textContent"), 'Help'
     shot('web-help.png')
-    driver.find_element('css selector', '#message button').click()
-    wait('!T.message()', 'OK closes the message box')
+    time_holds_under_the_box()
     # Where no page can be opened (a blocked pop-up), the game's own message says so.
     js('window.realOpen = window.open, window.open = () => null')
     click('Command1')
