@@ -36,7 +36,7 @@ run: build
 
 # The page's tests build it with emscripten (Node runs its rules) and play it in headless
 # Chromium through chromium-driver and Selenium: the README's test command installs them too.
-WEB_TEST_PACKAGES := emscripten chromium chromium-driver python3-selenium
+WEB_TEST_PACKAGES := emscripten librsvg2-bin chromium chromium-driver python3-selenium
 test: PACKAGES += $(WEB_TEST_PACKAGES)
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
@@ -71,7 +71,7 @@ mutants: deps
 # (acorn) where Debian puts them, which a Node from elsewhere does not search by itself.
 WEB_BUILD ?= build-web
 WEB_TARGETS ?= quorvel_page
-web: PACKAGES += emscripten
+web: PACKAGES += emscripten librsvg2-bin
 web: deps
 	export NODE_PATH=/usr/share/nodejs$${NODE_PATH:+:$$NODE_PATH}; \
 	emcmake cmake -S . -B $(WEB_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_APP=OFF \

@@ -234,6 +234,15 @@ def play(url):
     js("document.getElementById('message').close(), window.open = window.realOpen")
 
     full_time()
+    # A whole match asked the network for nothing, and the page's policy would refuse it.
+    assert js("performance.getEntriesByType('resource').length") == 0, \
+        js("performance.getEntriesByType('resource').map((r) => r.name)")
+    assert driver.execute_async_script('''const done = arguments[arguments.length - 1];
+      let said = '';
+      document.addEventListener('securitypolicyviolation', (e) => { said = e.violatedDirective; },
+                                { once: true });
+      fetch('http://127.0.0.1:9/').then(() => done('fetched'), () => setTimeout(() => done(said)));
+      ''').startswith('connect-src'), 'the page\'s policy refuses a connection'
 
     click('CDend')
     wait("!document.getElementById('closing').hidden && document.getElementById('main').hidden",
