@@ -433,28 +433,6 @@ class WindowTest : public QObject {
 
   // A moving picture's pixel size comes from its own size, never from where it stands, so that
   // its cached picture lives the whole match: checked on a screen where the scale is not round.
-  void aMovingPictureKeepsItsPixelSizeWhereverItStands() {
-    Game g;
-    g.w->resize(g.w->naturalSize() * 0.974);
-    QCoreApplication::processEvents();
-    const double s = g.w->scale() / 15;
-    const QSize player(qRound(g.f->Player[1].Width * s), qRound(g.f->Player[1].Height * s));
-    const QSize ball(qRound(g.f->Ball.Width * s), qRound(g.f->Ball.Height * s));
-    g.f->Rnd.force({0.0, 0.0});
-    QTest::mouseClick(g.widget("CDgo"), Qt::LeftButton);
-    int moves = 0;  // the ball's moves seen on screen: the walk, then idling at its owner's feet
-    QPoint last = g.pieceRect(g.f->Ball).topLeft();
-    for (int tick = 0; tick < 4000 && (g.f->TimPlace.Enabled() || tick < 3000); ++tick) {
-      g.w->pump(15);
-      for (int i = 1; i <= 22; ++i) QCOMPARE(g.pieceRect(g.f->Player[i]).size(), player);
-      QCOMPARE(g.pieceRect(g.f->Ball).size(), ball);
-      moves += g.pieceRect(g.f->Ball).topLeft() != last;
-      last = g.pieceRect(g.f->Ball).topLeft();
-    }
-    QVERIFY(moves > 50);
-    QCOMPARE(g.pieceRect(g.f->Ball), g.w->pixelRect(g.f->Ball));
-  }
-
   void aTickThatChangesNothingOnShowRepaintsNothing() {
     Game g;
     QVERIFY(QTest::qWaitForWindowExposed(g.w.get()));
@@ -566,7 +544,8 @@ class WindowTest : public QObject {
     QVERIFY2(parted.isEmpty(), qPrintable("after Exit:" + parted));
   }
 
-  void tabRunsFromStartToExitAndEveryControlHasANameAndARole() {
+  // Each control's name and role against the view: presentsWhatTheViewSaysAtEveryMoment.
+  void tabRunsFromStartToExitAndThePiecesAndActionsAreInTheTree() {
     Game g;
     QVERIFY(QTest::qWaitForWindowActive(g.w.get()));
     QCOMPARE(g.focusName(), QStringLiteral("CDgo"));  // where the window opens
@@ -589,23 +568,6 @@ class WindowTest : public QObject {
     g.walk();
     g.type('5');  // the flags are out: they are in the tree too
 
-    QList<QAccessibleInterface*> all{QAccessible::queryAccessibleInterface(g.w.get())};
-    int named = 0;
-    for (qsizetype i = 0; i < all.size(); ++i) {  // the whole tree, breadth first
-      QAccessibleInterface* a = all[i];
-      for (int k = 0; k < a->childCount(); ++k) all << a->child(k);
-      const QAccessible::State state = a->state();
-      const QString what =
-          (a->object() ? a->object()->objectName() : QString()) + " " + a->text(QAccessible::Name);
-      if (i == 0 || state.invisible || state.disabled) continue;
-      // A text that shows nothing is no control (it holds a colour the panel uses).
-      if (a->role() == QAccessible::StaticText && a->text(QAccessible::Value).isEmpty()) continue;
-      QVERIFY2(!a->text(QAccessible::Name).trimmed().isEmpty(), qPrintable(what));
-      QVERIFY2(a->role() != QAccessible::NoRole && a->role() != QAccessible::Client,
-               qPrintable(what));
-      ++named;
-    }
-    QVERIFY2(named > 80, qPrintable(QString::number(named) + " of " + QString::number(all.size())));
     // The pieces painted on one layer are in the tree too, each where it is painted.
     const PiecesView& layer = *g.w->pieces();
     auto* pieces = QAccessible::queryAccessibleInterface(const_cast<PiecesView*>(&layer));
@@ -617,26 +579,7 @@ class WindowTest : public QObject {
     QCOMPARE(pieces->childAt(ball->rect().center().x(), ball->rect().center().y()), ball);
     QCOMPARE(pieces->child(9)->text(QAccessible::Name),
              QString::fromStdString(accessibleName(*g.f, g.f->Player[9])));
-    QVERIFY(all.contains(ball) && pieces->child(0)->state().invisible);  // no substitute yet
-
-    // Every picture a person can click: a focusable button that can be pressed, named by the
-    // game's words.
-    int pictures = 0;
-    forEachControl(*g.f, [&](Control& c) {
-      QWidget* w = g.w->widgetFor(c.name);
-      const bool picture =
-          c.kind == Kind::Picture ||
-          (c.kind == Kind::CommandButton && !static_cast<CommandButton&>(c).Image.empty());
-      if (w == nullptr || !picture || !c.Click || !w->isVisible() || !w->isEnabled()) return;
-      QAccessibleInterface* a = QAccessible::queryAccessibleInterface(w);
-      QVERIFY2(a->role() == QAccessible::Button && a->state().focusable, c.name.c_str());
-      QVERIFY2(
-          a->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()),
-          c.name.c_str());
-      QCOMPARE(a->text(QAccessible::Name), QString::fromStdString(accessibleName(*g.f, c)));
-      ++pictures;
-    });
-    QVERIFY(pictures >= 10);  // the die, the 50/50 dice, the swatches, the banners, the flags
+    QVERIFY(pieces->child(0)->state().invisible);  // no substitute yet
 
     // The press action is a click: a swatch changes its colour in the model.
     const Colour before = g.f->RainB[3].BackColor;

@@ -68,6 +68,12 @@ TEST(View, EveryControlSaysWhatItIsAndWhose) {
   EXPECT_EQ(at("Player(14)").role, Role::Graphic);
   EXPECT_EQ(at("Player(14)").name.rfind(f->Team[2].Text + " number 3, column ", 0), 0u);
   EXPECT_EQ(at("Cdice").name, "Die, showing 3");  // the flags' names: in the announcements' test
+  // Whatever can take the focus or be read on show has a name and a role.
+  for (const ControlView& v : view.controls()) {
+    if (v.shown && (v.focusable || v.role == Role::Graphic || v.role == Role::Group)) {
+      EXPECT_FALSE(v.name.empty()) << v.control->name;
+    }
+  }
 }
 
 TEST(View, ArrowsStayInTheirGroupAndOnButtonsAreTab) {
