@@ -262,12 +262,14 @@ void TextView::paintEvent(QPaintEvent* e) {
     return;
   }
   QLineEdit::paintEvent(e);
-  // Drawn again into the copy once this paint is over (a widget cannot draw itself twice at
-  // once): a box that moves on keeps its copy.
-  if (!copyAsked_) {
+  // Painted again as it was: drawn into the copy once this paint is over (a widget cannot draw
+  // itself twice at once). A box painted once, as most are at the first frame, gets none.
+  const Shown now = shownNow();
+  if (now == lastPainted_ && !copyAsked_) {
     copyAsked_ = true;
     QMetaObject::invokeMethod(this, &TextView::copyShown, Qt::QueuedConnection);
   }
+  lastPainted_ = now;
 }
 
 void TextView::copyShown() {

@@ -166,7 +166,8 @@ class TextView : public QLineEdit {
   };
   Shown shownNow() const;
   void copyShown();
-  Shown shownFor_;
+  Shown shownFor_;     // what the copy shows
+  Shown lastPainted_;  // what the last paint without the copy showed
   QPixmap shown_;
   bool drawing_ = false;    // drawing into shown_
   bool copyAsked_ = false;  // once this paint is over
