@@ -218,32 +218,32 @@ std::string panelState() {
   return "\"open\":" + flag(open) + ",\"menuCaption\":" + quoted(open ? kClosePanel : kOpenPanel);
 }
 
-// The page is `width` x `height` CSS pixels at `ratio` device pixels to one: the main window as
-// the view lays it out for that size (the stored layout at the largest scale at which it fits,
-// or a small screen's), the closing one at the same scale or, on a small screen, as large as
-// fits. Their sizes in CSS pixels, the news line's place and type, and on a small screen the
-// panel's button and the panel.
+// The page is `width` x `height` CSS pixels at `ratio` device pixels to one: both windows as
+// the view lays them out for that size (the stored layout at the largest scale at which the
+// main window fits, the closing one at the same scale; or a small screen's). Their sizes in CSS
+// pixels, the news line's place and type, and on a small screen the panel's button and the
+// panel.
 std::string layout(double width, double height, double ratio) {
   game.main->fit(width, height, ratio);
   const CompactLayout* compact = game.main->compact();
-  Placement closing = game.main->placement();
-  if (compact != nullptr) {
-    closing = fitInto(kLinksClient, width, height, ratio, false);
-    closing.scale = std::min(closing.scale, 1.5);
-  }
-  game.closing->place(closing);
-  const auto size = [&](ClientSize c, double scale) {
+  if (compact != nullptr)
+    game.closing->fit(width, height, ratio);
+  else
+    game.closing->place(game.main->placement());
+  const auto size = [&](ClientSize c) {
+    const double scale = game.main->placement().scale;
     return "[" + number(c.width / kTwipsPerPixel * scale) + "," +
            number(c.height / kTwipsPerPixel * scale) + "]";
   };
-  const std::string main = compact != nullptr ? "[" + number(width) + "," + number(height) + "]"
-                                              : size(kMatchClient, closing.scale);
-  std::string out = "{\"main\":" + main + ",\"closing\":" + size(kLinksClient, closing.scale) +
-                    ",\"news\":" + rect(game.main->newsRect()) +
-                    ",\"newsPx\":" + number(game.main->newsFontPx()) +
-                    ",\"newsItalic\":" + flag(kNewsStyle.italic) +
-                    ",\"newsBold\":" + flag(kNewsStyle.bold) +
-                    ",\"compact\":" + flag(compact != nullptr);
+  const auto pair = [](double w, double h) { return "[" + number(w) + "," + number(h) + "]"; };
+  const std::string main = compact != nullptr ? pair(width, height) : size(kMatchClient);
+  const std::string closing =
+      compact != nullptr ? pair(compact->closingWidth, compact->closingHeight) : size(kLinksClient);
+  std::string out =
+      "{\"main\":" + main + ",\"closing\":" + closing + ",\"news\":" + rect(game.main->newsRect()) +
+      ",\"newsPx\":" + number(game.main->newsFontPx()) +
+      ",\"newsItalic\":" + flag(kNewsStyle.italic) + ",\"newsBold\":" + flag(kNewsStyle.bold) +
+      ",\"compact\":" + flag(compact != nullptr);
   if (compact != nullptr) {
     const auto cells = [](const CompactRect& r) {
       return rect(PixelRect{r.x, r.y, r.width, r.height});

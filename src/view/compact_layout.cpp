@@ -12,10 +12,12 @@ namespace quorvel {
 
 namespace {
 
-// A control's cells in a grid: its first column and row, and how many of each it spans.
+// A control's cells in a grid: its first column and row, and how many of each it spans; a
+// square one (a die) is as large a square as they hold, centred in them.
 struct Slot {
   std::string_view name;
   int col, row, cols = 1, rows = 1;
+  bool square = false;
 };
 
 // The panel's button, which is no control of the form: the page draws it where the bar says.
@@ -24,17 +26,25 @@ constexpr std::string_view kMenu = "menu";
 // The bar above a portrait pitch, eight columns by two rows: the die, each side's 50/50 die
 // beside its score, the clock with its caption under it, Start and the panel's button.
 constexpr Slot kPortraitBar[] = {
-    {"Cdice", 0, 0, 2, 2}, {"CDcontest(1)", 2, 0}, {"Goals(1)", 3, 0},
-    {"TXtim", 4, 0, 2, 1}, {"Goals(2)", 6, 0},     {"CDcontest(2)", 7, 0},
-    {"CDgo", 2, 1, 2, 1},  {"Text2", 4, 1, 2, 1},  {kMenu, 6, 1, 2, 1},
+    {"Cdice", 0, 0, 2, 2, true}, {"CDcontest(1)", 2, 0, 1, 1, true},
+    {"Goals(1)", 3, 0},          {"TXtim", 4, 0, 2, 1},
+    {"Goals(2)", 6, 0},          {"CDcontest(2)", 7, 0, 1, 1, true},
+    {"CDgo", 2, 1, 2, 1},        {"Text2", 4, 1, 2, 1},
+    {kMenu, 6, 1, 2, 1},
 };
 constexpr int kPortraitBarCols = 8, kPortraitBarRows = 2;
 
 // The bar beside a landscape pitch, two columns by eight rows, the same controls top down.
 constexpr Slot kLandscapeBar[] = {
-    {"Goals(1)", 0, 0},     {"Goals(2)", 1, 0},    {"Text2", 0, 1, 2, 1},
-    {"TXtim", 0, 2, 2, 1},  {"Cdice", 0, 3, 2, 2}, {"CDcontest(1)", 0, 5},
-    {"CDcontest(2)", 1, 5}, {"CDgo", 0, 6, 2, 1},  {kMenu, 0, 7, 2, 1},
+    {"Goals(1)", 0, 0},
+    {"Goals(2)", 1, 0},
+    {"Text2", 0, 1, 2, 1},
+    {"TXtim", 0, 2, 2, 1},
+    {"Cdice", 0, 3, 2, 2, true},
+    {"CDcontest(1)", 0, 5, 1, 1, true},
+    {"CDcontest(2)", 1, 5, 1, 1, true},
+    {"CDgo", 0, 6, 2, 1},
+    {kMenu, 0, 7, 2, 1},
 };
 constexpr int kLandscapeBarCols = 2, kLandscapeBarRows = 8;
 
@@ -115,8 +125,13 @@ constexpr double kPitchTwipsWide = kRightGoalLeft + kGoalWidth - kLeftGoalLeft;
 constexpr double kPitchTwipsHigh = kPitchHeight;
 
 CompactRect cell(double x0, double y0, double cw, double rh, const Slot& s) {
-  return {x0 + s.col * cw + kInset, y0 + s.row * rh + kInset, s.cols * cw - 2 * kInset,
-          s.rows * rh - 2 * kInset};
+  CompactRect r{x0 + s.col * cw + kInset, y0 + s.row * rh + kInset, s.cols * cw - 2 * kInset,
+                s.rows * rh - 2 * kInset};
+  if (s.square) {
+    const double side = std::min(r.width, r.height);
+    r = {r.x + (r.width - side) / 2, r.y + (r.height - side) / 2, side, side};
+  }
+  return r;
 }
 
 template <typename Slots>
@@ -205,6 +220,24 @@ void fillPanel(CompactLayout& l) {
   l.panelHeight = 2 * kMargin + tallest * rh + mostGaps * kBlockGap;
 }
 
+// The closing window: its advert as large as fits, the two buttons in a row under it.
+void fillClosing(CompactLayout& l, double width, double height) {
+  constexpr double kMost = 480, kAdvert = 3600.0 / 6000, kButtons = kTargetPx + 2 * kInset;
+  const double w = std::min(width - 4 * kMargin, kMost);
+  const double advertHigh =
+      std::min((w - 2 * kMargin) * kAdvert, height - 4 * kMargin - 3 * kMargin - kButtons);
+  const double advertWide = advertHigh / kAdvert;
+  const CompactRect advert{(w - advertWide) / 2, kMargin, advertWide, advertHigh};
+  l.inBar.emplace("LinksForm.Picture1", advert);
+  l.inBar.emplace("LinksForm.Picture2", advert);
+  const double y = advert.bottom() + kMargin, site = std::round((w - 2 * kMargin) * 0.68);
+  l.inBar.emplace("LinksForm.Command1", CompactRect{kMargin, y, site - kInset, kButtons});
+  l.inBar.emplace("LinksForm.CDend", CompactRect{kMargin + site + kInset, y,
+                                                 w - 2 * kMargin - site - kInset, kButtons});
+  l.closingWidth = w;
+  l.closingHeight = y + kButtons + kMargin;
+}
+
 }  // namespace
 
 Zone CompactLayout::zoneOf(std::string_view name) const {
@@ -249,6 +282,7 @@ CompactLayout compactLayout(double width, double height) {
   fitPitch(l, area, l.portrait);
   l.news = {l.pitch.x, area.bottom() + kMargin / 2, l.pitch.width, kNewsPx};
   fillPanel(l);
+  fillClosing(l, width, height);
   return l;
 }
 

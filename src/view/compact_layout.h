@@ -50,6 +50,8 @@ struct CompactLayout {
   // The panel over the pitch, and the height of what it holds (it scrolls where that is more).
   CompactRect panel;
   double panelHeight = 0;
+  // The closing window's size; its controls stand in the bar's table, being always in view.
+  double closingWidth = 0, closingHeight = 0;
   // Every control of the bar (in the window's pixels) and of the panel (in the panel's), by
   // name; a control that is in neither is on the pitch.
   std::map<std::string, CompactRect, std::less<>> inBar, inPanel;

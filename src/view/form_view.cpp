@@ -285,9 +285,9 @@ void FormView::place(const Placement& p) {
 }
 
 void FormView::fit(double width, double height, double ratio) {
-  const Placement stored = fitInto(client(), width, height, ratio, false);
-  if (window_ == FormWindowId::Closing || stored.scale >= kLeastDesktopScale) {
-    place(stored);
+  // Both windows change layouts together, where the main window's stored one no longer fits.
+  if (fitInto(kMatchClient, width, height).scale >= kLeastDesktopScale) {
+    place(fitInto(client(), width, height, ratio, false));
     return;
   }
   compact_ = compactLayout(width, height);

@@ -72,6 +72,15 @@ TEST(CompactLayout, EveryControlHasARoomyPlaceOfItsOwnAndLegibleText) {
     EXPECT_FALSE(meet(px(l->menu), px(l->pitch)));
     EXPECT_LE(l->pitch.right(), screen.width);
     EXPECT_LE(l->news.bottom(), screen.height);
+    // The closing window's pictures and buttons fit the screen, side by side.
+    FormView closing(*f, FormWindowId::Closing);
+    closing.fit(screen.width, screen.height, 2);
+    const PixelRect site = closing.find("LinksForm.Command1")->rect;
+    const PixelRect exit = closing.find("LinksForm.CDend")->rect;
+    EXPECT_FALSE(meet(site, exit) || meet(site, closing.find("LinksForm.Picture1")->rect));
+    EXPECT_TRUE(site.height >= kLeastTargetPx && exit.width >= kLeastTargetPx);
+    EXPECT_LE(exit.right(), std::min(screen.width, l->closingWidth));
+    EXPECT_LE(exit.bottom(), std::min(screen.height, l->closingHeight));
     // A flag is a finger's size and smaller than a square, so that neighbours never meet.
     EXPECT_GE(l->flagPx, kLeastTargetPx);
     if (squarePx(*l) >= kLeastTargetPx + 2) {
