@@ -18,7 +18,8 @@ RULES = r'''(() => {
   const wrong = [], boxes = [];
   const pitch = /^(Grass|Goal\(|Player\(|Ball|CDdest\(|PicGame|TXgame\()/;
   const seen = (el) => !el.hidden && el.offsetParent !== null;
-  const text = [...Module.page.views.values()].filter((c) => !c.v.closing && seen(c.el))
+  const closing = !document.getElementById('closing').hidden;
+  const text = [...Module.page.views.values()].filter((c) => c.v.closing === closing && seen(c.el))
     .map((c) => [c.name, c.el, c]).concat([['news', document.getElementById('news')],
                                            ['menu', document.getElementById('menu')]]);
   for (const [name, el, c] of text) {
@@ -175,6 +176,14 @@ def play(url):
     turn(PORTRAIT)
     keeps_the_rules('upright at full time')
     shot('touch-portrait-fulltime.png')
+
+    tap_menu()
+    tap('CDend')
+    wait("!document.getElementById('closing').hidden", 'a tap on Exit shows the closing window')
+    keeps_the_rules('the closing window')
+    shot('touch-closing.png')
+    tap('LinksForm.CDend')
+    wait("!document.getElementById('ended').hidden", "and a tap on its Exit ends the game")
 
 
 if __name__ == '__main__':
