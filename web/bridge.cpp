@@ -128,7 +128,8 @@ std::string viewOf(const ControlView& v, bool closing, bool whole) {
   out += ",\"role\":" + quoted(roleName(v.role)) + ",\"name\":" + quoted(v.name) +
          ",\"checked\":" + std::to_string(v.checked) + ",\"side\":" + std::to_string(v.side) +
          ",\"tab\":" + std::to_string(v.tab) + ",\"pressable\":" + flag(v.pressable) +
-         ",\"focusable\":" + flag(v.focusable);
+         ",\"focusable\":" + flag(v.focusable) + ",\"panel\":" + flag(v.inPanel) +
+         ",\"turned\":" + flag(v.turned);
   return out + "}";
 }
 
@@ -211,22 +212,54 @@ void start(double wallMs) {
   game.pace->start(static_cast<Millis>(wallMs));
 }
 
-// The page is `width` x `height` CSS pixels at `ratio` device pixels to one: both windows at
-// the largest scale at which the main window fits, the closing one at the same scale. Their
-// sizes in CSS pixels, and the news line's place and type.
+// The panel's button: its caption and whether the panel is open.
+std::string panelState() {
+  const bool open = game.main->panelOpen();
+  return "\"open\":" + flag(open) + ",\"menuCaption\":" + quoted(open ? kClosePanel : kOpenPanel);
+}
+
+// The page is `width` x `height` CSS pixels at `ratio` device pixels to one: both windows as
+// the view lays them out for that size (the stored layout at the largest scale at which the
+// main window fits, the closing one at the same scale; or a small screen's). Their sizes in CSS
+// pixels, the news line's place and type, and on a small screen the panel's button and the
+// panel.
 std::string layout(double width, double height, double ratio) {
-  const Placement main = fitInto(kMatchClient, width, height, ratio, false);
-  game.main->place(main);
-  game.closing->place(main);
+  game.main->fit(width, height, ratio);
+  const CompactLayout* compact = game.main->compact();
+  if (compact != nullptr)
+    game.closing->fit(width, height, ratio);
+  else
+    game.closing->place(game.main->placement());
   const auto size = [&](ClientSize c) {
-    return "[" + number(c.width / kTwipsPerPixel * main.scale) + "," +
-           number(c.height / kTwipsPerPixel * main.scale) + "]";
+    const double scale = game.main->placement().scale;
+    return "[" + number(c.width / kTwipsPerPixel * scale) + "," +
+           number(c.height / kTwipsPerPixel * scale) + "]";
   };
-  return "{\"main\":" + size(kMatchClient) + ",\"closing\":" + size(kLinksClient) +
-         ",\"news\":" + rect(game.main->newsRect()) +
-         ",\"newsPx\":" + number(game.main->newsFontPx()) +
-         ",\"newsItalic\":" + flag(kNewsStyle.italic) + ",\"newsBold\":" + flag(kNewsStyle.bold) +
-         "}";
+  const auto pair = [](double w, double h) { return "[" + number(w) + "," + number(h) + "]"; };
+  const std::string main = compact != nullptr ? pair(width, height) : size(kMatchClient);
+  const std::string closing =
+      compact != nullptr ? pair(compact->closingWidth, compact->closingHeight) : size(kLinksClient);
+  std::string out =
+      "{\"main\":" + main + ",\"closing\":" + closing + ",\"news\":" + rect(game.main->newsRect()) +
+      ",\"newsPx\":" + number(game.main->newsFontPx()) +
+      ",\"newsItalic\":" + flag(kNewsStyle.italic) + ",\"newsBold\":" + flag(kNewsStyle.bold) +
+      ",\"compact\":" + flag(compact != nullptr);
+  if (compact != nullptr) {
+    const auto cells = [](const CompactRect& r) {
+      return rect(PixelRect{r.x, r.y, r.width, r.height});
+    };
+    out += ",\"menu\":" + cells(compact->menu) + ",\"panel\":" + cells(compact->panel) +
+           ",\"panelHeight\":" + number(compact->panelHeight) +
+           ",\"panelName\":" + quoted(kPanelName) +
+           ",\"menuPx\":" + number(textStyleFor(game.form->CDgo.name).px);
+  }
+  return out + "," + panelState() + "}";
+}
+
+// A tap on the panel's button: the panel opens or closes.
+std::string togglePanel() {
+  game.main->openPanel(!game.main->panelOpen());
+  return "{" + panelState() + "}";
 }
 
 // What changed on screen since the last call (everything at the first): the windows, the
@@ -298,7 +331,7 @@ std::string presentationNow() {
 
 // The size a text `textWidth` pixels wide is shown at in a box `boxWidth` pixels wide.
 double fitText(double fontPx, double boxWidth, double textWidth) {
-  return fittedPx(fontPx, game.main->placement().scale, boxWidth, textWidth);
+  return game.main->fitted(fontPx, boxWidth, textWidth);
 }
 
 // Brings the game up to the wall clock, telling what happened until then, as the window does
@@ -363,6 +396,7 @@ EMSCRIPTEN_BINDINGS(quorvel) {
   emscripten::function("start", &start);
   emscripten::function("layout", &layout);
   emscripten::function("changes", &changes);
+  emscripten::function("togglePanel", &togglePanel);
   emscripten::function("arrow", &arrow);
   emscripten::function("escapeTarget", &escapeTarget);
   emscripten::function("fitText", &fitText);

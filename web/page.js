@@ -13,6 +13,9 @@ const page = {
   timer: 0,
   wakeups: 0,  // how often the page has woken for the game's timers
   focus: '',
+  compact: false,  // the view lays the page out for a small screen
+  longPress: 0,  // the timer of a finger held on a control, to show its tip
+  pressedLong: false,  // the finger was held: the tap that ends it is no click
 };
 Module.page = page;
 
@@ -85,12 +88,24 @@ function target(c) {
   return c.v.kind === 'check box' || c.v.kind === 'option button' ? c.el.firstChild : c.el;
 }
 
+// Where a control's element stands: in its container, its window, or on a small screen the panel.
+function holderOf(c) {
+  if (c.v.parent) return view(c.v.parent).el;
+  return byId(c.v.closing ? 'closing' : c.v.panel ? 'panel' : 'main');
+}
+
+// Every control into its holder again, in the view's order, later ones on top.
+function rehome() {
+  for (const c of page.views.values()) if (!c.v.parent) holderOf(c).appendChild(c.el);
+}
+
 function create(name, v) {
   const el = makeElement(name, v);
   el.classList.add('control', v.kind.replace(' ', '-'));
   el.classList.toggle('piece', v.piece);
   const c = { name, v, el, hovered: false, down: false };
   page.views.set(name, c);
+  el.dataset.control = name;
   target(c).dataset.name = name;
   c.canvas = el.querySelector('canvas');
   if (c.canvas) {
@@ -109,7 +124,11 @@ function create(name, v) {
 
 function draw(c) {
   if (!c.canvas) return;
-  const [, , width, height] = c.v.rect;
+  // A picture turned with the pitch is drawn upright and turned a quarter into its rect.
+  const [, , across, down] = c.v.rect;
+  const width = c.v.turned ? down : across, height = c.v.turned ? across : down;
+  c.canvas.style.transform = c.v.turned
+    ? `translate(${(across - width) / 2}px, ${(down - height) / 2}px) rotate(90deg)` : '';
   const w = Math.round(width * page.ratio), h = Math.round(height * page.ratio);
   if (c.canvas.width !== w || c.canvas.height !== h) {
     c.canvas.width = w;
@@ -217,6 +236,7 @@ function refresh() {
     byId('news').hidden = !s.news;
   }
   const fresh = [];
+  let rehoming = false;
   for (const name of Object.keys(s.controls)) {
     const change = s.controls[name];
     let c = view(name);
@@ -225,16 +245,15 @@ function refresh() {
       fresh.push(c);
     }
     const moved = Object.keys(change).length === 1;
+    rehoming = rehoming || !fresh.includes(c) && 'panel' in change && change.panel !== c.v.panel;
     Object.assign(c.v, change);
     place(c);
     if (!moved) restate(c);
     if (fresh.includes(c) || change.redrawn) draw(c);
   }
   // Into its container (which may come later in the list) or its window, in the list's order.
-  for (const c of fresh) {
-    const holder = c.v.parent ? view(c.v.parent).el : byId(c.v.closing ? 'closing' : 'main');
-    holder.appendChild(c.el);
-  }
+  for (const c of fresh) holderOf(c).appendChild(c.el);
+  if (rehoming) rehome();
   if ('focus' in s) page.focus = s.focus;
   focusAsTheGameHasIt('focus' in s);
   schedule();
@@ -267,16 +286,72 @@ function layout() {
   page.ratio = ratio;
   const sizes = JSON.parse(Module.layout(innerWidth, innerHeight, page.ratio));
   const size = (id, [width, height]) => Object.assign(byId(id).style, { width: `${width}px`, height: `${height}px` });
+  const at = (id, [left, top, width, height]) => Object.assign(byId(id).style,
+    { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
   size('main', sizes.main);
   size('closing', sizes.closing);
-  const [left, top, width, height] = sizes.news;
-  Object.assign(byId('news').style, { left: `${left}px`, top: `${top}px`, width: `${width}px`,
-                                      height: `${height}px`, fontSize: `${sizes.newsPx}px`,
+  at('news', sizes.news);
+  Object.assign(byId('news').style, { fontSize: `${sizes.newsPx}px`,
                                       fontStyle: sizes.newsItalic ? 'italic' : 'normal',
                                       fontWeight: sizes.newsBold ? 'bold' : 'normal' });
+  page.compact = sizes.compact;
+  document.body.classList.toggle('compact', sizes.compact);
+  byId('menu').hidden = !sizes.compact;
+  if (sizes.compact) {
+    at('menu', sizes.menu);
+    byId('menu').style.fontSize = `${sizes.menuPx}px`;
+    at('panel', sizes.panel);
+    byId('panel').setAttribute('aria-label', sizes.panelName);
+    byId('panel-room').style.height = `${sizes.panelHeight}px`;
+  }
+  showPanel(sizes);
   if (page.views.size === 0) return;
   refresh();
   if (sharper) for (const c of page.views.values()) draw(c);
+}
+
+// The panel as the view has it: open or closed, and the words on its button.
+function showPanel(state) {
+  byId('panel').hidden = !(page.compact && state.open);
+  byId('menu').textContent = state.menuCaption;
+  byId('menu').setAttribute('aria-expanded', String(state.open));
+}
+
+// ---- touch -----------------------------------------------------------------------------------
+
+// A finger held still on a control shows what the mouse's tooltip shows; the tap that ends it
+// presses nothing.
+const kLongPressMs = 500;
+function onPointerDown(e) {
+  hideTip();
+  page.pressedLong = false;
+  if (e.pointerType !== 'touch') return;
+  const el = e.target.closest && e.target.closest('[data-control]');
+  const c = el && view(el.dataset.control);
+  if (!c || !c.v.tip) return;
+  page.longPress = setTimeout(() => {
+    page.pressedLong = true;
+    showTip(c);
+  }, kLongPressMs);
+}
+
+function endPress() {
+  clearTimeout(page.longPress);
+  page.longPress = 0;
+}
+
+function showTip(c) {
+  const tip = byId('tip'), r = c.el.getBoundingClientRect();
+  tip.textContent = c.v.tip;
+  tip.hidden = false;
+  const w = tip.offsetWidth, h = tip.offsetHeight;
+  const left = Math.max(4, Math.min(innerWidth - w - 4, r.left + r.width / 2 - w / 2));
+  const top = r.top - h - 8 >= 4 ? r.top - h - 8 : Math.min(innerHeight - h - 4, r.bottom + 8);
+  Object.assign(tip.style, { left: `${left}px`, top: `${top}px` });
+}
+
+function hideTip() {
+  byId('tip').hidden = true;
 }
 
 // ---- keys ------------------------------------------------------------------------------------
@@ -370,6 +445,21 @@ function startPage() {
     if (e.target === byId('closing')) input(() => Module.clickClosing(now()));
   });
   addEventListener('keydown', onKey);
+  byId('menu').addEventListener('click', () => {
+    showPanel(JSON.parse(Module.togglePanel()));
+    refresh();
+  });
+  addEventListener('pointerdown', onPointerDown, true);
+  for (const end of ['pointerup', 'pointercancel', 'pointermove'])
+    addEventListener(end, (e) => { if (end !== 'pointermove' || e.pointerType !== 'touch' ||
+                                       Math.hypot(e.movementX, e.movementY) > 8) endPress(); }, true);
+  addEventListener('click', (e) => {
+    if (!page.pressedLong) return;
+    page.pressedLong = false;
+    e.stopPropagation();
+    e.preventDefault();
+  }, true);
+  addEventListener('contextmenu', (e) => e.preventDefault());
   addEventListener('focusin', (e) => {
     if (!page.syncing && e.target.dataset && e.target.dataset.name) Module.focus(e.target.dataset.name);
   });

@@ -55,6 +55,11 @@ bool isPiece(const MatchForm& f, const Control& c) {
   return within(f.Player, c) || &c == &f.Ball;
 }
 
+// The pictures that turn with the pitch; the pieces, the flags and the board keep upright.
+bool turnsWithPitch(const MatchForm& f, const Control& c) {
+  return &c == &f.Grass || within(f.Goal, c);
+}
+
 // What the rules move about: the pieces, the flags that stand wherever the ball is, and the
 // banners that slide out from under the pitch.
 bool moves(const MatchForm& f, const Control& c) {
@@ -277,7 +282,65 @@ ClientSize FormView::client() const {
 
 void FormView::place(const Placement& p) {
   placement_ = p;
+  compact_.reset();
   look();
+}
+
+void FormView::fit(double width, double height, double ratio) {
+  // Both windows change layouts together, where the main window's stored one no longer fits.
+  if (fitInto(kMatchClient, width, height).scale >= kLeastDesktopScale) {
+    place(fitInto(client(), width, height, ratio, false));
+    return;
+  }
+  compact_ = compactLayout(width, height);
+  placement_ = Placement{compact_->pxPerTwip * kTwipsPerPixel, 0, 0, ratio};
+  look();
+}
+
+PixelRect FormView::compactRect(const Control& c) const {
+  const CompactLayout& l = *compact_;
+  const double ratio = placement_.ratio;
+  const auto snapped = [ratio](double x, double y, double w, double h) {
+    const double x0 = snap(x, ratio), y0 = snap(y, ratio);
+    return PixelRect{x0, y0, snap(x + w, ratio) - x0, snap(y + h, ratio) - y0};
+  };
+  const auto fromCells = [&](const CompactRect& r) { return snapped(r.x, r.y, r.width, r.height); };
+  if (const auto at = l.inBar.find(c.name); at != l.inBar.end()) return fromCells(at->second);
+  if (const auto at = l.inPanel.find(c.name); at != l.inPanel.end()) return fromCells(at->second);
+  const bool board = &c == &f_.PicGame || c.parent == &f_.PicGame;
+  const double s = l.pxPerTwip * (board ? kBoardGrowth : 1);
+  // On the board: its place in it, at the board's scale.
+  if (c.parent != nullptr) {
+    const PixelRect outer = compactRect(*c.parent);
+    return snapped(outer.x + c.Left * s, outer.y + c.Top * s, c.Width * s, c.Height * s);
+  }
+  if (turnsWithPitch(f_, c)) {
+    // Two opposite corners, in whichever order the turn puts them.
+    const double ax = l.pitchX(c.Left, c.Top), ay = l.pitchY(c.Left, c.Top);
+    const double bx = l.pitchX(c.Left + c.Width, c.Top + c.Height);
+    const double by = l.pitchY(c.Left + c.Width, c.Top + c.Height);
+    return snapped(std::min(ax, bx), std::min(ay, by), std::fabs(bx - ax), std::fabs(by - ay));
+  }
+  // Upright about its centre; a flag as large as a finger needs.
+  const double cx = l.pitchX(c.Left + c.Width / 2, c.Top + c.Height / 2);
+  const double cy = l.pitchY(c.Left + c.Width / 2, c.Top + c.Height / 2);
+  const bool flag = within(f_.CDdest, c);
+  const double w = flag ? l.flagPx : c.Width * s, h = flag ? l.flagPx : c.Height * s;
+  const double x0 = snap(cx - w / 2, ratio), y0 = snap(cy - h / 2, ratio);
+  return {x0, y0, snap(w, ratio), snap(h, ratio)};
+}
+
+bool FormView::tuckedAway(const Control& c) const {
+  if (!compact_) return false;
+  const Control* outer = &c;
+  while (outer->parent != nullptr) outer = outer->parent;
+  if (compact_->zoneOf(outer->name) == Zone::Panel) return !panelOpen_;
+  // A piece off the pitch (the teams lined up before the first Start, the substitute on the
+  // bench) waits out of sight until it walks on.
+  if (!isPiece(f_, c)) return false;
+  const double x = c.Left + c.Width / 2, y = c.Top + c.Height / 2;
+  return x < kLeftGoalLeft || x > kRightGoalLeft + kGoalWidth || y < kGridTop ||
+         y > kGridTop + kPitchRows * kSquareTwips;
 }
 
 void FormView::look() {
@@ -318,6 +381,7 @@ PixelRect FormView::rectOf(const Control& c, bool moving) const {
 }
 
 PixelRect FormView::windowRect(const Control& c) const {
+  if (compact_) return compactRect(c);
   PixelRect r = rectOf(c, moves(f_, c));
   for (const Control* p = c.parent; p != nullptr; p = p->parent) {
     const PixelRect outer = rectOf(*p, false);
@@ -352,9 +416,21 @@ void FormView::describe(ControlView& v) const {
   v.parent = c.parent != nullptr ? c.parent->name : std::string();
   v.moves = moves(f_, c);
   v.piece = isPiece(f_, c);
-  v.shown = allTheWayOut(c, [](const Control& k) { return k.Visible; });
+  v.shown = allTheWayOut(c, [](const Control& k) { return k.Visible; }) && !tuckedAway(c);
   v.enabled = allTheWayOut(c, [](const Control& k) { return k.Enabled; });
-  v.rect = rectOf(c, v.moves);
+  if (compact_) {
+    v.rect = compactRect(c);
+    if (c.parent != nullptr) {
+      const PixelRect outer = compactRect(*c.parent);
+      v.rect.x -= outer.x;
+      v.rect.y -= outer.y;
+    }
+    v.inPanel = c.parent == nullptr && compact_->zoneOf(c.name) == Zone::Panel;
+    v.turned = turnsWithPitch(f_, c) && compact_->turned;
+  } else {
+    v.rect = rectOf(c, v.moves);
+    v.inPanel = v.turned = false;
+  }
   if (c.kind == Kind::Picture) v.image = static_cast<const Picture&>(c).Image;
   if (c.kind == Kind::CommandButton) {
     v.image = static_cast<const CommandButton&>(c).Image;
@@ -370,6 +446,10 @@ void FormView::describe(ControlView& v) const {
   const auto i = static_cast<std::size_t>(&v - views_.data());
   const TextStyle& style = styleOf_[i];
   v.fontPx = style.px * placement_.scale;
+  // Off the pitch a small screen's text keeps its stored size, as large as its cell allows.
+  if (compact_ && compact_->zoneOf(c.parent != nullptr ? c.parent->name : c.name) != Zone::Pitch)
+    v.fontPx = std::min(style.px, 0.6 * v.rect.height);
+  if (compact_) v.fontPx = std::max(v.fontPx, kLeastCompactTextPx);
   v.bold = style.bold;
   v.italic = style.italic;
   v.alignLeft = style.align == Align::Left;
@@ -389,7 +469,7 @@ void FormView::describe(ControlView& v) const {
                   : -1;
   v.side = sideOfControl(f_, c);
   v.group = c.kind == Kind::OptionButton ? static_cast<const OptionButton&>(c).group : 0;
-  v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStop(c) ? tabOf_[i] : 0;
+  v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStop(c) && v.shown ? tabOf_[i] : 0;
   v.pressable = v.role == Role::Button;
   v.focusable = v.pressable || v.role == Role::CheckBox || v.role == Role::Radio ||
                 v.role == Role::Entry || v.role == Role::Slider;
@@ -485,6 +565,10 @@ std::string FormView::escape() const {
 }
 
 PixelRect FormView::newsRect() const {
+  if (compact_) {
+    const CompactRect& n = compact_->news;
+    return {n.x, n.y, n.width, n.height};
+  }
   const Placement& p = placement_;
   const double s = p.scale / kTwipsPerPixel;
   const double x0 = snap(p.x + kNewsArea.left * s, p.ratio);
@@ -494,7 +578,12 @@ PixelRect FormView::newsRect() const {
 }
 
 double FormView::newsFontPx() const {
-  return kNewsStyle.px * placement_.scale;
+  return compact_ ? std::max(kLeastCompactTextPx, kNewsStyle.px) : kNewsStyle.px * placement_.scale;
+}
+
+double FormView::fitted(double fontPx, double boxWidth, double textWidth) const {
+  const double px = fittedPx(fontPx, placement_.scale, boxWidth, textWidth);
+  return compact_ ? std::max(px, std::min(fontPx, kLeastCompactTextPx)) : px;
 }
 
 double FormView::legibleScale() const {

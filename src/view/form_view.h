@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "match/match_form.h"
 #include "ui/layout.h"
 #include "ui/pictures.h"
+#include "view/compact_layout.h"
 
 namespace quorvel {
 
@@ -63,9 +65,11 @@ struct ShirtNumber {
 // One control as a person meets it.
 struct ControlView {
   Control* control = nullptr;
-  std::string parent;  // the name of the control it stands in, empty for the window
-  bool moves = false;  // the rules move it about: its pixel size is its own wherever it stands
-  bool piece = false;  // a player or the ball: painted, with no control of its own
+  std::string parent;    // the name of the control it stands in, empty for the window
+  bool moves = false;    // the rules move it about: its pixel size is its own wherever it stands
+  bool piece = false;    // a player or the ball: painted, with no control of its own
+  bool inPanel = false;  // on a small screen, in the panel: its rect is in the panel's pixels
+  bool turned = false;   // a picture drawn turned a quarter clockwise to fill its rect
   // What is seen.
   bool shown = false;      // it and every container of it are visible
   bool enabled = false;    // it and every container of it are enabled
@@ -109,6 +113,14 @@ class FormView {
 
   // The window's size changed: every rectangle anew. The next glance lists what moved.
   void place(const Placement& p);
+  // A page of `width` x `height` CSS pixels: the stored layout where it fits, else the layout
+  // for a small screen (compact_layout.h).
+  void fit(double width, double height, double ratio);
+  // The small screen's layout in use; null for the stored one.
+  const CompactLayout* compact() const { return compact_ ? &*compact_ : nullptr; }
+  // On a small screen, whether the panel is open; opening or closing it is the next glance's.
+  bool panelOpen() const { return panelOpen_; }
+  void openPanel(bool open) { panelOpen_ = open; }
   const Placement& placement() const { return placement_; }
   const MatchForm& form() const { return f_; }
   ClientSize client() const;
@@ -155,16 +167,24 @@ class FormView {
   PixelRect windowRect(const Control& c) const;
   // The smallest scale at which every text of the window stays legible.
   double legibleScale() const;
+  // The size a text `textWidth` pixels wide at `fontPx` is shown at in a box `boxWidth` wide.
+  double fitted(double fontPx, double boxWidth, double textWidth) const;
 
  private:
   void describe(ControlView& v) const;
   PixelRect rectOf(const Control& c, bool moving) const;
+  // On a small screen: where `c` stands in its zone's pixels (the panel's or the window's).
+  PixelRect compactRect(const Control& c) const;
+  // On a small screen: whether `c` is hidden by where it stands (a closed panel, off the pitch).
+  bool tuckedAway(const Control& c) const;
   // Takes view `i` as seen; adds what changed in it to `changes`.
   void compare(std::size_t i, std::vector<Change>& changes);
 
   MatchForm& f_;
   FormWindowId window_;
   Placement placement_;
+  std::optional<CompactLayout> compact_;
+  bool panelOpen_ = false;
   std::vector<ControlView> views_;
   std::vector<std::string> order_;  // every control that may take a Tab stop, in Tab's order
   std::vector<TextStyle> styleOf_;  // each view's type, which its control keeps for good
