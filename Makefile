@@ -4,7 +4,7 @@
 # make bench   - build and run the benchmarks
 # make bench-window - the window against its floor at three scales, first paint, memory (Xvfb)
 # make soak    - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
-# make mutants - plant each fault of tools/mutants/faults.txt in turn and run the fast tests
+# make mutants - plant each fault of tools/mutants/faults.txt in turn; tests likeliest first
 # make web     - the game as one HTML page that plays offline: build-web/quorvel.html
 BUILD ?= build
 CMAKE_FLAGS ?=
@@ -62,8 +62,9 @@ package: PACKAGES += dpkg-dev
 package: build
 	cmake --build $(BUILD) --target package
 
-# The mutation check is a Python 3 script.
-mutants: PACKAGES += python3
+# The mutation check is a Python 3 script; for the page's faults it builds the page with
+# emscripten and plays it in headless Chromium, as the page's tests do.
+mutants: PACKAGES += python3 $(WEB_TEST_PACKAGES)
 mutants: deps
 	python3 tools/mutants/mutants.py $(MUTANTS)
 

@@ -48,9 +48,11 @@ TEST_TIMEOUT = 120  # seconds; a fault that makes a test hang is caught, not wai
 TIMED_OUT = "timed out"  # what run() gives for the exit status of a command stopped so
 PAGE_TIMEOUT = 600  # the page test plays a whole match in Chromium, in about a minute
 # The tests tried for a fault in each folder, most likely to catch it first.
-PLAN = {"src": ["signature", "ctest", "window", "page"], "app": ["window"], "web": ["page"]}
+PLAN = {"src": ["signature", "ctest", "window", "page", "touch"], "app": ["window"],
+        "web": ["page", "touch"]}
 KINDS = {"signature": "the signature", "ctest": "the other fast tests",
-         "window": "the window's tests", "page": "the page's test"}
+         "window": "the window's tests", "page": "the page's test",
+         "touch": "the page's test on a phone"}
 NOT_MUTATED = """Not mutated: tools/ and tests/ (they check the game rather than play it). Not run:
 the argument checks of the tools and the game (args.*), which no fault here touches."""
 
@@ -238,7 +240,7 @@ class Runner:
       unit:FILTER         the unit tests' binary with a GoogleTest filter
       ctest[:NAME]        the fast tests but the signature, or the one named
       window[:FUNCTION]   the window's tests, one function a process, or the one named
-      page                the page's test in headless Chromium
+      page, touch         the page's test in headless Chromium, on a screen or on a phone
     A step returns None when it passes, else (what caught the fault, the step that reruns just
     that test)."""
 
@@ -271,7 +273,7 @@ class Runner:
     # ---- what each step needs built, and running it ----------------------------------------
 
     def builder(self, kind):
-        return self.web if kind == "page" else self.native
+        return self.web if kind in ("page", "touch") else self.native
 
     def targets(self, kind):
         if kind == "signature" and self.signature_link():
@@ -371,8 +373,10 @@ class Runner:
         if self.functions is None:
             self.functions = re.findall(r"^(\w+)\(\)$", run([str(program), "-functions"],
                                                             TEST_TIMEOUT, env)[1], re.M)
-        chosen = [function] if function else \
-            [f for f in self.functions if "window:" + f not in already]
+        # A function remembered or named that is gone (renamed) is passed over, not taken for
+        # a failure.
+        chosen = [f for f in self.functions if f == function or
+                  (not function and "window:" + f not in already)]
         for f in chosen:
             code, _ = run([str(program), f], TEST_TIMEOUT, env)
             if code != 0:
@@ -380,16 +384,19 @@ class Runner:
                 return "window, " + f + late, "window:" + f
         return None
 
-    def run_page(self, _, already):
-        code, out = run(["/usr/bin/python3", str(TREE / "tests" / "web" / "page_test.py"),
+    def run_page(self, _, already, test="page"):
+        code, out = run(["/usr/bin/python3", str(TREE / "tests" / "web" / f"{test}_test.py"),
                          str(WEB / "quorvel.html"), str(SHOTS)], PAGE_TIMEOUT)
         if code == 0:
             return None
-        said = re.search(r"^page_test: (.*)$", out, re.M) or \
+        said = re.search(rf"^{test}_test: (.*)$", out, re.M) or \
             re.search(r"^[\w.]*(?:Exception|Error): (?:Message: )?(.+)$", out, re.M)
         what = said.group(1).strip() if said else \
             "ran out of time" if code == TIMED_OUT else "failed"
-        return "page: " + (what[:57] + "..." if len(what) > 60 else what), "page"
+        return f"{test}: " + (what[:57] + "..." if len(what) > 60 else what), test
+
+    def run_touch(self, _, already):
+        return self.run_page(_, already, "touch")
 
     # ---- without a fault ---------------------------------------------------------------------
 
