@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QPixmapCache>
 #include <QSvgRenderer>
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -26,6 +27,23 @@ void drawButton(QPainter& p, const QString& key, const QRectF& r, const Look& lo
 }
 
 namespace {
+
+// What `draw` paints on a transparent pixmap of `size` logical pixels at `ratio`, painted once
+// and kept under `cacheKey`.
+QPixmap drawnOnce(const QString& cacheKey, const QSize& size, qreal ratio,
+                  const std::function<void(QPainter&)>& draw) {
+  QPixmap drawn;
+  if (!QPixmapCache::find(cacheKey, &drawn)) {
+    drawn = QPixmap(size * ratio);
+    drawn.setDevicePixelRatio(ratio);
+    drawn.fill(Qt::transparent);
+    QPainter p(&drawn);
+    draw(p);
+    p.end();
+    QPixmapCache::insert(cacheKey, drawn);
+  }
+  return drawn;
+}
 
 // Picture `key` on its button, drawn once for each look and state at each size.
 QPixmap cachedButton(const QString& key, const QSize& size, qreal ratio, const Look& look,
@@ -51,18 +69,10 @@ QPixmap cachedButton(const QString& key, const QSize& size, qreal ratio, const L
           .arg(size.width())
           .arg(size.height())
           .arg(ratio);
-  QPixmap drawn;
-  if (!QPixmapCache::find(cacheKey, &drawn)) {
-    drawn = QPixmap(size * ratio);
-    drawn.setDevicePixelRatio(ratio);
-    drawn.fill(Qt::transparent);
-    QPainter p(&drawn);
+  return drawnOnce(cacheKey, size, ratio, [&](QPainter& p) {
     p.setRenderHint(QPainter::Antialiasing);
     drawButton(p, key, QRectF(QPointF(), QSizeF(size)), look, state);
-    p.end();
-    QPixmapCache::insert(cacheKey, drawn);
-  }
-  return drawn;
+  });
 }
 
 }  // namespace
@@ -89,16 +99,8 @@ QPixmap drawnPlayer(const QSize& size, qreal ratio, const Look& look) {
                           .arg(size.width())
                           .arg(size.height())
                           .arg(ratio);
-  QPixmap shirt;
-  if (!QPixmapCache::find(key, &shirt)) {
-    shirt = QPixmap(size * ratio);
-    shirt.setDevicePixelRatio(ratio);
-    shirt.fill(Qt::transparent);
-    QPainter p(&shirt);
-    paintPicture(p, describeShirt(described, box));
-    p.end();
-    QPixmapCache::insert(key, shirt);
-  }
+  const QPixmap shirt = drawnOnce(
+      key, size, ratio, [&](QPainter& p) { paintPicture(p, describeShirt(described, box)); });
   QPixmap drawn = shirt.copy();
   drawn.setDevicePixelRatio(ratio);
   QPainter p(&drawn);
