@@ -80,8 +80,16 @@ void PictureView::refresh() {
 
 void PictureView::paintEvent(QPaintEvent* e) {
   QPainter p(this);
-  p.drawPixmap(0, 0, drawing_.at(size(), devicePixelRatioF()));
-  if (paintOver_) paintOver_(p, e->region());
+  const QPixmap& drawn = drawing_.at(size(), devicePixelRatioF());
+  // One rectangle at a time: Qt copies a picture straight only where the clip is a rectangle,
+  // and blends it span by span where it is more (the ball and its receiver far apart).
+  const QRegion& region = e->region();
+  for (const QRect& r : region) {
+    if (region.rectCount() > 1) p.setClipRect(r);
+    p.drawPixmap(0, 0, drawn);
+    if (paintOver_) paintOver_(p, QRegion(r));
+  }
+  p.setClipping(false);
   if (hasFocus()) drawFocusFrame(p, rect());
 }
 

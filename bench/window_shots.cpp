@@ -3,7 +3,8 @@
 //   QT_QPA_PLATFORM=offscreen quorvel_window_shots DIR
 // At scale 1 and 1.5: the window at load, after Start (the players on their squares), with the
 // flags offered (one under the mouse, one pressed), after a goal, and the closing window with
-// each of its pictures; at 1, 0.974 and 1.5 the teams walking on and a substitute walking on.
+// each of its pictures; at 1, 0.974 and 1.5 the teams walking on, a substitute walking on and
+// the names and scores sliding after a 50/50 contest.
 // Then a sheet of every picture key at three sizes on fractional corners.
 #include <QApplication>
 #include <QDir>
@@ -13,6 +14,7 @@
 #include <memory>
 
 #include "events/events.h"
+#include "match/codes.h"
 #include "match_window.h"
 #include "pictures.h"
 #include "sim.h"
@@ -104,6 +106,39 @@ void movingStates(double scale, const QString& tag) {
   shoot(w, tag + QStringLiteral("-substitute"));
 }
 
+// The names and scores halfway through the slide after a 50/50 contest: the first kick of
+// the match that is one, taken with the first flag the die offers.
+void contest(double scale, const QString& tag) {
+  Game g(scale);
+  auto& f = *g.f;
+  auto& w = *g.w;
+  f.Rnd.force({0.0, 0.0});
+  quorvel::userClick(f, f.CDgo);
+  auto still = [&f] {
+    return !f.TimPlace.Enabled() && f.KickFlag == -1 && !f.TimSc.Enabled() && !f.TimSub.Enabled() &&
+           f.DiceReady == quorvel::kDiceReady;
+  };
+  for (int kick = 0; kick < 60; ++kick) {
+    for (int tick = 0; tick < 4000 && !still(); ++tick) w.pump(15);
+    quorvel::userClick(f, f.Cdice);
+    w.refresh();
+    for (int tick = 0; tick < 400 && f.KickFlag == -1; ++tick) {
+      w.pump(15);
+      for (auto& flag : f.CDdest)
+        if (flag.Visible && f.KickFlag == -1) {
+          quorvel::userClick(f, flag);
+          w.refresh();
+        }
+    }
+    if (f.ContestWin == quorvel::kNoContest) continue;
+    // As a person sees it between two ticks: no refresh of every control before the shot.
+    for (int tick = 0; tick < 20; ++tick) w.pump(15);
+    save(w.grab().toImage(), tag + QStringLiteral("-contest"));
+    return;
+  }
+  std::fprintf(stderr, "no 50/50 contest in 60 kicks at scale %g\n", scale);
+}
+
 // The first goal of a match between two computers, shown as the window shows it.
 void goal(double scale, const QString& tag) {
   bool taken = false;
@@ -164,6 +199,8 @@ int main(int argc, char** argv) {
   windowStates(1.5, QStringLiteral("s1.5"));
   for (double scale : {1.0, 0.974, 1.5})
     movingStates(scale, QStringLiteral("s") + QString::number(scale));
+  for (double scale : {1.0, 0.974, 1.5})
+    contest(scale, QStringLiteral("s") + QString::number(scale));
   goal(1.0, QStringLiteral("s1"));
   goal(1.5, QStringLiteral("s1.5"));
   sheet();
