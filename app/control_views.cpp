@@ -258,7 +258,28 @@ TextView::Shown TextView::shownNow() const {
           static_cast<int>(selectedText().size())};
 }
 
+void TextView::setAway(bool away) {
+  if (away == away_) return;
+  away_ = away;
+  update();
+}
+
+const QPixmap& TextView::picture(const QColor& under) {
+  if (shown_.isNull() || shownNow() != shownFor_) copyShown();
+  if (over_.isNull() || overOf_ != shown_.cacheKey() || under_ != under) {
+    over_ = QPixmap(shown_.size());
+    over_.setDevicePixelRatio(shown_.devicePixelRatio());
+    over_.fill(under);
+    QPainter p(&over_);
+    p.drawPixmap(0, 0, shown_);
+    overOf_ = shown_.cacheKey();
+    under_ = under;
+  }
+  return over_;
+}
+
 void TextView::paintEvent(QPaintEvent* e) {
+  if (away_ && !drawing_) return;
   // Typing shows a cursor: drawn as Qt draws it.
   if (drawing_ || hasFocus()) {
     QLineEdit::paintEvent(e);

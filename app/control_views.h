@@ -141,6 +141,14 @@ class TextView : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
 
+  // While it slides (the names and scores after a 50/50) the layer of pieces paints it where
+  // it is, from picture(); the widget stays where it stood and paints nothing.
+  void setAway(bool away);
+  bool away() const { return away_; }
+  // The box as it looks now over a ground of colour `under`, drawn again only when either
+  // changed: an opaque picture, which Qt copies rather than blends.
+  const QPixmap& picture(const QColor& under);
+
  signals:
   void clicked();
 
@@ -171,6 +179,10 @@ class TextView : public QLineEdit {
   QPixmap shown_;
   bool drawing_ = false;    // drawing into shown_
   bool copyAsked_ = false;  // once this paint is over
+  bool away_ = false;
+  QPixmap over_;  // shown_ over ...
+  QColor under_;  // ... this colour
+  qint64 overOf_ = 0;
 };
 
 // A scroll bar that shows when it has the keyboard focus (Fusion draws no sign of it).

@@ -363,14 +363,14 @@ void FormWindow::touch(const Control& c) {
 }
 
 void FormWindow::syncTouched() {
-  syncing_ = true;
+  syncing_ = ticking_ = true;
   for (Binding* b : touched_) {
     b->touched = false;
     sync(*b);
   }
   touched_.clear();
   if (pieces_ != nullptr) pieces_->syncTouched();
-  syncing_ = false;
+  syncing_ = ticking_ = false;
 }
 
 void FormWindow::sync(Binding& b) {
@@ -407,7 +407,9 @@ void FormWindow::sync(Binding& b) {
 void FormWindow::syncCommon(Binding& b, bool fresh) {
   const Control& c = b.c;
   QWidget* w = b.w;
-  if (fresh || c.Left != b.left || c.Top != b.top || c.Width != b.width || c.Height != b.height) {
+  const auto* box = qobject_cast<const TextView*>(w);
+  if (fresh || c.Left != b.left || c.Top != b.top || c.Width != b.width || c.Height != b.height ||
+      (box != nullptr && box->away())) {
     b.left = c.Left, b.top = c.Top, b.width = c.Width, b.height = c.Height;
     place(b);
   }
@@ -472,6 +474,9 @@ void FormWindow::syncTextBox(Binding& b, bool fresh) {
     edit->setFrame(!box.Locked);
     applyTabStop(b);
   }
+  // As it looks now, with whatever this sync changed in it, over the window's ground that
+  // is all there is under the names and scores.
+  if (edit->away()) pieces_->slide(edit, edit->picture(toQColor(f_.BackColor)), pixelRect(box));
 }
 
 void FormWindow::syncScrollBar(Binding& b, bool fresh) {
@@ -510,8 +515,24 @@ QRect FormWindow::pixelRect(const Control& c) const {
 }
 
 void FormWindow::place(Binding& b) {
-  b.w->setGeometry(pixelRect(b.c));
+  const QRect to = pixelRect(b.c);
+  if (!slides(b, to)) b.w->setGeometry(to);
   applyTabStop(b);
+}
+
+bool FormWindow::slides(Binding& b, const QRect& to) {
+  auto* box = qobject_cast<TextView*>(b.w);
+  if (box == nullptr) return false;
+  // A text box that only moves in a tick (the names and scores step every tick after a 50/50)
+  // is painted there by the layer: moving a widget makes Qt work out again which of the
+  // window's controls cover which. Typing, or any look at every control, puts the widget
+  // where the box is.
+  const bool away = ticking_ && pieces_ != nullptr && box->parentWidget() == this && b.c.Visible &&
+                    !box->hasFocus() && to.size() == box->size() && to != box->geometry();
+  if (away == box->away()) return away;
+  box->setAway(away);
+  if (!away) pieces_->unslide(box);
+  return away;
 }
 
 void FormWindow::applyTabStop(Binding& b) {
@@ -570,9 +591,15 @@ void FormWindow::resizeEvent(QResizeEvent* e) {
   relayout();
 }
 
-void FormWindow::paintEvent(QPaintEvent*) {
+void FormWindow::paintEvent(QPaintEvent* e) {
   QPainter p(this);
-  p.fillRect(rect(), toQColor(f_.BackColor));
+  // A rectangle at a time: where the clip is one rectangle, Qt fills it line by line.
+  const QColor back = toQColor(f_.BackColor);
+  const QRegion& region = e->region();
+  for (const QRect& r : region) {
+    if (region.rectCount() > 1) p.setClipRect(r);
+    p.fillRect(r, back);
+  }
 }
 
 }  // namespace quorvel

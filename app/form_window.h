@@ -93,6 +93,8 @@ class FormWindow : public QWidget {
   void makeAccessible(Binding& b);
   void nameForAssistiveTech(Binding& b);
   void place(Binding& b);
+  // Whether text box `b` is left to the layer of pieces at `to`, its widget staying put.
+  bool slides(Binding& b, const QRect& to);
   void applyFont(Binding& b);
   void relayout();
   void showPiecesOnGround();
@@ -113,6 +115,7 @@ class FormWindow : public QWidget {
   PiecesView* pieces_ = nullptr;   // owned as a child widget
   PictureView* ground_ = nullptr;  // ... the picture that paints those on it
   bool syncing_ = false;
+  bool ticking_ = false;  // syncing the controls a tick touched, not every control
 };
 
 }  // namespace quorvel

@@ -45,31 +45,35 @@ QPixmap drawnOnce(const QString& cacheKey, const QSize& size, qreal ratio,
   return drawn;
 }
 
+// What picture `key` on its button is kept under, for each look and state at each size.
+QString buttonKey(const QString& key, const QSize& size, qreal ratio, const Look& look,
+                  const ButtonState& state) {
+  const auto rgba = [](Rgba c) { return qRgba(c.r, c.g, c.b, c.a); };
+  const Box& n = look.numberBox;
+  return QStringLiteral("button %1 %2 %3 %4 %5 %6,%7,%8,%9 %10%11%12%13%14 %15x%16 %17")
+      .arg(key)
+      .arg(rgba(look.back))
+      .arg(QString::fromStdString(look.number))
+      .arg(rgba(look.numberInk))
+      .arg(rgba(look.numberBack))
+      .arg(n.x)
+      .arg(n.y)
+      .arg(n.width)
+      .arg(n.height)
+      .arg(look.opensLeft)
+      .arg(look.hovered)
+      .arg(state.down)
+      .arg(state.focused)
+      .arg(state.enabled)
+      .arg(size.width())
+      .arg(size.height())
+      .arg(ratio);
+}
+
 // Picture `key` on its button, drawn once for each look and state at each size.
 QPixmap cachedButton(const QString& key, const QSize& size, qreal ratio, const Look& look,
                      const ButtonState& state) {
-  const auto rgba = [](Rgba c) { return qRgba(c.r, c.g, c.b, c.a); };
-  const Box& n = look.numberBox;
-  const QString cacheKey =
-      QStringLiteral("button %1 %2 %3 %4 %5 %6,%7,%8,%9 %10%11%12%13%14 %15x%16 %17")
-          .arg(key)
-          .arg(rgba(look.back))
-          .arg(QString::fromStdString(look.number))
-          .arg(rgba(look.numberInk))
-          .arg(rgba(look.numberBack))
-          .arg(n.x)
-          .arg(n.y)
-          .arg(n.width)
-          .arg(n.height)
-          .arg(look.opensLeft)
-          .arg(look.hovered)
-          .arg(state.down)
-          .arg(state.focused)
-          .arg(state.enabled)
-          .arg(size.width())
-          .arg(size.height())
-          .arg(ratio);
-  return drawnOnce(cacheKey, size, ratio, [&](QPainter& p) {
+  return drawnOnce(buttonKey(key, size, ratio, look, state), size, ratio, [&](QPainter& p) {
     p.setRenderHint(QPainter::Antialiasing);
     drawButton(p, key, QRectF(QPointF(), QSizeF(size)), look, state);
   });
@@ -81,11 +85,17 @@ QPixmap drawnButton(const QString& key, const QSize& size, qreal ratio, const Lo
                     const ButtonState& state) {
   const int face = dieFaceOf(key.toStdString());
   if (face == 0) return cachedButton(key, size, ratio, look, state);
-  // A die: the blank die is the same at every roll; only the pips are drawn each time.
-  QPixmap drawn = cachedButton(QStringLiteral("die0"), size, ratio, look, state).copy();
+  // A die: the blank die is the same at every roll, so each face is its pips on a copy of it,
+  // kept too: the die and the 50/50 dice are shown again at every landing.
+  const QString cacheKey = buttonKey(key, size, ratio, look, state);
+  QPixmap drawn;
+  if (QPixmapCache::find(cacheKey, &drawn)) return drawn;
+  drawn = cachedButton(QStringLiteral("die0"), size, ratio, look, state).copy();
   drawn.setDevicePixelRatio(ratio);
   QPainter p(&drawn);
   paintPicture(p, describeDiePips(face, state, toBox(QRectF(QPointF(), QSizeF(size)))));
+  p.end();
+  QPixmapCache::insert(cacheKey, drawn);
   return drawn;
 }
 

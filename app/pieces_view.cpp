@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
 
 namespace quorvel {
 
@@ -115,6 +116,27 @@ void PiecesView::markDirty(const QRect& r) {
   if (!onGround(r)) update(r);
 }
 
+void PiecesView::slide(const QWidget* box, const QPixmap& picture, QRect to) {
+  auto it = std::find_if(slid_.begin(), slid_.end(), [box](const Slid& s) { return s.box == box; });
+  if (it == slid_.end()) {
+    slid_.push_back({box, picture, to});
+    update(to);
+    return;
+  }
+  if (it->rect == to && it->picture.cacheKey() == picture.cacheKey()) return;
+  // A step of a pixel or two: one rectangle round where it was and where it is.
+  update(it->rect.intersects(to) ? QRegion(it->rect | to) : QRegion(it->rect) + to);
+  it->picture = picture;
+  it->rect = to;
+}
+
+void PiecesView::unslide(const QWidget* box) {
+  auto it = std::find_if(slid_.begin(), slid_.end(), [box](const Slid& s) { return s.box == box; });
+  if (it == slid_.end()) return;
+  update(it->rect);
+  slid_.erase(it);
+}
+
 const Picture& PiecesView::picture(int i) const {
   return pieces_.at(static_cast<std::size_t>(i))->picture;
 }
@@ -144,8 +166,14 @@ void PiecesView::paintEvent(QPaintEvent* e) {
     region = region.subtracted(ground_->geometry()).united(region.intersected(hidden));
   }
   QPainter p(this);
-  p.setClipRegion(region);
-  paintPieces(p, region, QPoint());
+  // A rectangle at a time, as the ground paints: a clip of one rectangle is a plain blend.
+  const bool clipped = region.rectCount() > 1 || region != e->region();
+  for (const QRect& r : region) {
+    if (clipped) p.setClipRect(r);
+    paintPieces(p, QRegion(r), QPoint());
+    for (const Slid& s : slid_)
+      if (s.rect.intersects(r)) p.drawPixmap(s.rect.topLeft(), s.picture);
+  }
 }
 
 void PiecesView::paintPieces(QPainter& onto, const QRegion& region, QPoint corner) {

@@ -438,7 +438,7 @@ class WindowTest : public QObject {
     check("the teams waiting below the pitch");
     f.Rnd.force({0.0, 0.0});
     QTest::mouseClick(g.widget("CDgo"), Qt::LeftButton);
-    bool substituted = false;
+    bool substituted = false, slid = false;
     auto scored = [&f] { return f.Goals[1].Text != "0" || f.Goals[2].Text != "0"; };
     // Towards the right-hand goal, to see a shot into it soon.
     auto toward = [&f](int d) { return f.CDdest[d].Left - std::abs(f.CDdest[d].Top - kCentreTop); };
@@ -466,15 +466,24 @@ class WindowTest : public QObject {
       // Often while a substitute crosses the pitch's edge or a shot flies in, else now and then.
       const bool crossing = f.TimSub.Enabled() && f.SubTicks < 80;
       const bool shot = f.GoalFlag > -1 && f.KickFlag != -1;
-      if (tick % (crossing || shot ? 6 : 100) == 0)
+      const bool sliding = f.ContestWin != kNoContest && f.KickFlag != -1;
+      // Where the name has slid from, only the window's ground: its widget there paints nothing.
+      const QWidget* name = g.widget("Team(1)");
+      if (sliding && !slid && g.w->pixelRect(f.Team[1]).left() >= name->x() + 2) {
+        QCOMPARE(g.w->grab().toImage().pixelColor(name->x(), name->y() + name->height() / 2),
+                 toQColor(f.BackColor));
+        slid = true;
+      }
+      if (tick % (crossing || shot || sliding ? 6 : 100) == 0)
         check(crossing               ? "a substitute walking on"
               : shot                 ? "a shot into a goal"
+              : sliding              ? "the names and scores sliding after a 50/50"
               : f.TimSc.Enabled()    ? "a goal's celebration"
               : f.TimPlace.Enabled() ? "a walk"
                                      : "a kick or the ball at its owner's feet");
     }
     QVERIFY2(unlike.isEmpty(), qPrintable(unlike));
-    QVERIFY(substituted && scored());
+    QVERIFY(substituted && scored() && slid);
   }
 
   // The page is checked against the same view, so that both fronts present one thing.
