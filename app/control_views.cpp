@@ -84,12 +84,17 @@ void PictureView::paintEvent(QPaintEvent* e) {
   // One rectangle at a time: Qt copies a picture straight only where the clip is a rectangle,
   // and blends it span by span where it is more (the ball and its receiver far apart).
   const QRegion& region = e->region();
-  for (const QRect& r : region) {
-    if (region.rectCount() > 1) p.setClipRect(r);
+  if (region.rectCount() == 1) {
     p.drawPixmap(0, 0, drawn);
-    if (paintOver_) paintOver_(p, QRegion(r));
+    if (paintOver_) paintOver_(p, region);
+  } else {
+    for (const QRect& r : region) {
+      p.setClipRect(r);
+      p.drawPixmap(0, 0, drawn);
+      if (paintOver_) paintOver_(p, QRegion(r));
+    }
+    p.setClipping(false);
   }
-  p.setClipping(false);
   if (hasFocus()) drawFocusFrame(p, rect());
 }
 

@@ -476,7 +476,7 @@ void FormWindow::syncTextBox(Binding& b, bool fresh) {
   }
   // As it looks now, with whatever this sync changed in it, over the window's ground that
   // is all there is under the names and scores.
-  if (edit->away()) pieces_->slide(edit, edit->picture(toQColor(f_.BackColor)), pixelRect(box));
+  if (edit->away()) slide(edit, edit->picture(toQColor(f_.BackColor)), pixelRect(box));
 }
 
 void FormWindow::syncScrollBar(Binding& b, bool fresh) {
@@ -524,15 +524,37 @@ bool FormWindow::slides(Binding& b, const QRect& to) {
   auto* box = qobject_cast<TextView*>(b.w);
   if (box == nullptr) return false;
   // A text box that only moves in a tick (the names and scores step every tick after a 50/50)
-  // is painted there by the layer: moving a widget makes Qt work out again which of the
-  // window's controls cover which. Typing, or any look at every control, puts the widget
-  // where the box is.
-  const bool away = ticking_ && pieces_ != nullptr && box->parentWidget() == this && b.c.Visible &&
-                    !box->hasFocus() && to.size() == box->size() && to != box->geometry();
+  // is painted there by the window, under every control as its ground is: moving a widget
+  // makes Qt work out again which of the window's controls cover which. Its widget stays
+  // where it stood, for assistive technology and input. Typing, or any look at every
+  // control, puts the widget where the box is.
+  const bool away = ticking_ && box->parentWidget() == this && b.c.Visible && !box->hasFocus() &&
+                    to.size() == box->size() && to != box->geometry();
   if (away == box->away()) return away;
   box->setAway(away);
-  if (!away) pieces_->unslide(box);
+  if (!away) unslide(box);
   return away;
+}
+
+void FormWindow::slide(const QWidget* box, const QPixmap& picture, QRect to) {
+  auto it = std::find_if(slid_.begin(), slid_.end(), [box](const Slid& s) { return s.box == box; });
+  if (it == slid_.end()) {
+    slid_.push_back({box, picture, to});
+    update(to);
+    return;
+  }
+  if (it->rect == to && it->picture.cacheKey() == picture.cacheKey()) return;
+  // A step of a pixel or two: one rectangle round where it was and where it is.
+  update(it->rect.intersects(to) ? QRegion(it->rect | to) : QRegion(it->rect) + to);
+  it->picture = picture;
+  it->rect = to;
+}
+
+void FormWindow::unslide(const QWidget* box) {
+  auto it = std::find_if(slid_.begin(), slid_.end(), [box](const Slid& s) { return s.box == box; });
+  if (it == slid_.end()) return;
+  update(it->rect);
+  slid_.erase(it);
 }
 
 void FormWindow::applyTabStop(Binding& b) {
@@ -599,6 +621,8 @@ void FormWindow::paintEvent(QPaintEvent* e) {
   for (const QRect& r : region) {
     if (region.rectCount() > 1) p.setClipRect(r);
     p.fillRect(r, back);
+    for (const Slid& s : slid_)
+      if (s.rect.intersects(r)) p.drawPixmap(s.rect.topLeft(), s.picture);
   }
 }
 

@@ -4,6 +4,7 @@
 // the person's use of a widget goes to the model, and syncFromModel() copies back what changed.
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 #include <map>
 #include <memory>
@@ -93,8 +94,11 @@ class FormWindow : public QWidget {
   void makeAccessible(Binding& b);
   void nameForAssistiveTech(Binding& b);
   void place(Binding& b);
-  // Whether text box `b` is left to the layer of pieces at `to`, its widget staying put.
+  // Whether text box `b` is painted by the window at `to`, its widget staying put.
   bool slides(Binding& b, const QRect& to);
+  // Paints text box `box` at `to` as `picture` / leaves it to its widget again.
+  void slide(const QWidget* box, const QPixmap& picture, QRect to);
+  void unslide(const QWidget* box);
   void applyFont(Binding& b);
   void relayout();
   void showPiecesOnGround();
@@ -116,6 +120,13 @@ class FormWindow : public QWidget {
   PictureView* ground_ = nullptr;  // ... the picture that paints those on it
   bool syncing_ = false;
   bool ticking_ = false;  // syncing the controls a tick touched, not every control
+  // The text boxes painted away from their widgets: where, and how they look.
+  struct Slid {
+    const QWidget* box;
+    QPixmap picture;
+    QRect rect;
+  };
+  std::vector<Slid> slid_;
 };
 
 }  // namespace quorvel

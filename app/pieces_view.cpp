@@ -116,27 +116,6 @@ void PiecesView::markDirty(const QRect& r) {
   if (!onGround(r)) update(r);
 }
 
-void PiecesView::slide(const QWidget* box, const QPixmap& picture, QRect to) {
-  auto it = std::find_if(slid_.begin(), slid_.end(), [box](const Slid& s) { return s.box == box; });
-  if (it == slid_.end()) {
-    slid_.push_back({box, picture, to});
-    update(to);
-    return;
-  }
-  if (it->rect == to && it->picture.cacheKey() == picture.cacheKey()) return;
-  // A step of a pixel or two: one rectangle round where it was and where it is.
-  update(it->rect.intersects(to) ? QRegion(it->rect | to) : QRegion(it->rect) + to);
-  it->picture = picture;
-  it->rect = to;
-}
-
-void PiecesView::unslide(const QWidget* box) {
-  auto it = std::find_if(slid_.begin(), slid_.end(), [box](const Slid& s) { return s.box == box; });
-  if (it == slid_.end()) return;
-  update(it->rect);
-  slid_.erase(it);
-}
-
 const Picture& PiecesView::picture(int i) const {
   return pieces_.at(static_cast<std::size_t>(i))->picture;
 }
@@ -159,6 +138,11 @@ void PiecesView::paintEvent(QPaintEvent* e) {
   // Qt asks the layer whenever anything under it is repainted: most often the ground, which
   // has painted its pieces itself.
   if (onGround(e->rect())) return;
+  // Or the window's ground, under no piece at all.
+  if (std::none_of(pieces_.begin(), pieces_.end(), [e](const std::unique_ptr<Piece>& p) {
+        return p->visible && p->rect.intersects(e->rect());
+      }))
+    return;
   QRegion region = e->region();
   if (ground_ != nullptr) {
     QRegion hidden;
@@ -171,8 +155,6 @@ void PiecesView::paintEvent(QPaintEvent* e) {
   for (const QRect& r : region) {
     if (clipped) p.setClipRect(r);
     paintPieces(p, QRegion(r), QPoint());
-    for (const Slid& s : slid_)
-      if (s.rect.intersects(r)) p.drawPixmap(s.rect.topLeft(), s.picture);
   }
 }
 

@@ -8,7 +8,6 @@
 // and the goals, under the flags and every control bound after it.
 #pragma once
 
-#include <QPixmap>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -42,12 +41,6 @@ class PiecesView : public QWidget {
   // pixels) under a control stacked between it and this layer, where the layer paints them.
   void standOn(PictureView* ground, std::vector<QRect> hidden);
 
-  // Text box `box`, a child of the window off the ground, painted at `to` as `picture` over the
-  // pieces while its widget stays where it stood (the names and scores sliding after a 50/50);
-  // unslide() leaves it to its widget again.
-  void slide(const QWidget* box, const QPixmap& picture, QRect to);
-  void unslide(const QWidget* box);
-
   int count() const { return static_cast<int>(pieces_.size()); }
   const Picture& picture(int i) const;
   // Where piece `i` is painted, in this layer's pixels, and whether it is shown.
@@ -78,12 +71,6 @@ class PiecesView : public QWidget {
   std::vector<Piece*> touched_;
   PictureView* ground_ = nullptr;
   std::vector<QRect> hidden_;
-  struct Slid {
-    const QWidget* box;
-    QPixmap picture;
-    QRect rect;
-  };
-  std::vector<Slid> slid_;
 };
 
 }  // namespace quorvel
