@@ -141,8 +141,8 @@ class TextView : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
 
-  // While it slides (the names and scores after a 50/50) the layer of pieces paints it where
-  // it is, from picture(); the widget stays where it stood and paints nothing.
+  // While it slides (the names and scores after a 50/50) the window paints it where it is,
+  // from picture(); the widget stays where it stood and paints nothing.
   void setAway(bool away);
   bool away() const { return away_; }
   // The box as it looks now over a ground of colour `under`, drawn again only when either
