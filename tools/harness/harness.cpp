@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <map>
 #include <sstream>
 
 #include "events/events.h"
@@ -23,43 +24,6 @@ int clockSeconds(const MatchForm& f) {
   return static_cast<int>(f.ClockMin) * 60 + static_cast<int>(std::lround(f.ClockSec * 100));
 }
 
-// Everything a window shows of a control, as one number.
-std::uint64_t shownOf(const Control& c) {
-  std::uint64_t h = 0;
-  auto mix = [&h](std::uint64_t v) { h = (h ^ v) * 0x100000001b3ULL + 0x9e3779b97f4a7c15ULL; };
-  auto text = [&mix](const std::string& s) { mix(std::hash<std::string>{}(s)); };
-  for (double v : {c.Left, c.Top, c.Width, c.Height}) mix(std::hash<double>{}(v));
-  mix(c.Visible), mix(c.Enabled), mix(c.BackColor.rgb), mix(c.ForeColor.rgb);
-  text(c.ToolTipText), text(captionOf(c));
-  switch (c.kind) {
-    case Kind::Picture:
-      text(static_cast<const Picture&>(c).Image);
-      break;
-    case Kind::TextBox:
-      mix(static_cast<const TextBox&>(c).Locked);
-      break;
-    case Kind::CommandButton:
-      text(static_cast<const CommandButton&>(c).Image);
-      break;
-    case Kind::CheckBox:
-      mix(static_cast<const CheckBox&>(c).Value);
-      break;
-    case Kind::OptionButton:
-      mix(static_cast<const OptionButton&>(c).Value);
-      break;
-    case Kind::ScrollBar: {
-      const auto& b = static_cast<const ScrollBar&>(c);
-      for (int v : {b.Min, b.Max, b.Value, b.SmallChange, b.LargeChange})
-        mix(static_cast<std::uint64_t>(v));
-      break;
-    }
-    case Kind::Frame:
-    case Kind::Label:
-      break;
-  }
-  return h;
-}
-
 }  // namespace
 
 Harness::Harness(std::uint64_t seed) : seed_(seed), rng_(seed) {
@@ -70,9 +34,19 @@ void Harness::newProgram() {
   form_ = newMatchForm(rng_());
   view_ = std::make_unique<StateView>(*form_);
   controls_.clear();
-  forEachControl(*form_, [this](Control& c) {
-    if (!form_->LinksForm.holds(c)) controls_.push_back(&c);
+  std::map<std::string, std::size_t, std::less<>> index;
+  forEachControl(*form_, [this, &index](Control& c) {
+    if (form_->LinksForm.holds(c)) return;
+    index.emplace(c.name, controls_.size());
+    controls_.push_back(&c);
   });
+  std::vector<std::vector<FormPaths::Field>> properties(controls_.size());
+  for (const auto& [path, field] : FormPaths(*form_).fields()) {
+    const auto owner = index.find(std::string_view(path).substr(0, path.rfind('.')));
+    if (owner != index.end()) properties[owner->second].push_back(field);
+  }
+  shown_.clear();
+  for (const auto& each : properties) shown_.emplace_back(each);
   seen_ = Seen{};
   const MatchForm& f = *form_;
   boxLefts_ = {f.Team[1].Left, f.Team[2].Left, f.Goals[1].Left, f.Goals[2].Left};
@@ -264,7 +238,7 @@ void Harness::advance(Millis ms) {
     // Looking the whole form over costs a hundred ticks: one tick in kReachSample is judged.
     const bool judged = ticks_++ % kReachSample == 0;
     if (judged)
-      for (std::size_t k = 0; k < controls_.size(); ++k) before[k] = shownOf(*controls_[k]);
+      for (std::size_t k = 0; k < controls_.size(); ++k) before[k] = shown_[k].hash();
     if (!f.Sched.step(target)) break;
     if (++n > bound) {
       breakPromise("timer ticks kept coming: more than " + std::to_string(bound) + " in " +
@@ -283,7 +257,7 @@ bool Harness::checkReach(const std::vector<std::uint64_t>& before,
   const MatchForm& f = *form_;
   for (std::size_t k = 0; k < controls_.size(); ++k) {
     const Control* c = controls_[k];
-    if (shownOf(*c) == before[k]) continue;
+    if (shown_[k].hash() == before[k]) continue;
     // A shirt number is shown with its player.
     const int number = indexIn(f.Tnum, *c);
     const Control* shownWith = number >= 0 ? &f.Player[static_cast<std::size_t>(number)] : c;

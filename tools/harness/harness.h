@@ -83,7 +83,8 @@ class Harness {
   std::unique_ptr<MatchForm> form_;
   std::unique_ptr<StateView> view_;  // the whole state as one number
   std::vector<Control*> controls_;
-  std::int64_t steps_ = 0;  // inputs and advances taken
+  std::vector<StateView> shown_;  // all a window shows of each control: its properties
+  std::int64_t steps_ = 0;        // inputs and advances taken
   Fault fault_;
   std::deque<std::string> recent_;
   std::int64_t ticks_ = 0;  // ticks run by advance(), counted for the sampling of checkReach

@@ -62,10 +62,18 @@ std::uint64_t bits(T v) {
 }  // namespace
 
 // The name tables are left out: they are filled at load and only read.
-StateView::StateView(MatchForm& f) {
+StateView::StateView(MatchForm& f)
+    : StateView([&f] {
+        std::vector<FormPaths::Field> read;
+        for (const auto& [path, field] : FormPaths(f).fields())
+          if (path.rfind("NameHead(", 0) != 0 && path.rfind("NameTail(", 0) != 0)
+            read.push_back(field);
+        return read;
+      }()) {}
+
+StateView::StateView(const std::vector<FormPaths::Field>& fields) {
   using Type = FormPaths::Type;
-  for (const auto& [path, field] : FormPaths(f).fields()) {
-    if (path.rfind("NameHead(", 0) == 0 || path.rfind("NameTail(", 0) == 0) continue;
+  for (const FormPaths::Field& field : fields) {
     if (field.timer) {
       timers_.push_back(field.timer);
       continue;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "form_paths.h"
 #include "match/match_form.h"
 
 namespace quorvel {
@@ -15,6 +16,7 @@ namespace quorvel {
 class StateView {
  public:
   explicit StateView(MatchForm& f);
+  explicit StateView(const std::vector<FormPaths::Field>& fields);  // those values alone
   std::uint64_t hash() const;
 
  private:
