@@ -149,9 +149,8 @@ def main():
             f"return Module.drawing('Grass', {size[0]}, {size[1]}, false, false, false)")
         # The ball where it rests at kick-off, in the pitch's pixels.
         ball_at = driver.execute_script(
-            "const b = Module.page.views.get('Ball').el.getBoundingClientRect(), "
-            "g = Module.page.views.get('Grass').el.getBoundingClientRect(); "
-            "return [b.left - g.left, b.top - g.top, b.width, b.height];")
+            "const b = Module.page.views.get('Ball').v.rect, g = Module.page.views.get('Grass').v.rect; "
+            "return [b[0] - g[0], b[1] - g[1], b[2], b[3]];")
         ball = driver.execute_script(
             f"return Module.drawing('Ball', {ball_at[2]}, {ball_at[3]}, false, false, false)")
         bare = os.path.join(scratch, 'bare.html')

@@ -1,7 +1,7 @@
 // The page: the game's main window and its closing window, as the view of the form (src/view/)
 // describes them for both fronts. This script only draws what the view says: an element for
 // each control at the rectangle it gives, pictures on canvases, the others HTML controls, with
-// the role, name, state and Tab stop it gives; the arrows, Space, Enter and Escape do what it
+// the role, name, state and Tab stop it gives, the players and the ball painted on one canvas; the arrows, Space, Enter and Escape do what it
 // says. What a person does goes to the game through bridge.cpp, and what changed comes back
 // from it as a list. The page holds no rule and decides nothing of its own.
 'use strict';
@@ -32,6 +32,7 @@ function clicks(name, el) {
 
 // The element for a control of kind `kind` in role `role`.
 function makeElement(name, v) {
+  if (v.piece) return document.createElement('div');  // painted on the pieces' canvas
   switch (v.kind) {
     case 'picture': {
       // A picture may hold other controls (the board holds its two words): a box round a canvas.
@@ -143,14 +144,91 @@ function draw(c) {
 
 function place(c) {
   const [left, top, width, height] = c.v.rect;
-  // A piece moves many times a second: shifted on a layer of its own, which lays nothing out
-  // again and repaints nothing under it.
-  if (c.v.piece) {
-    Object.assign(c.el.style, { transform: `translate(${left}px, ${top}px)`, width: `${width}px`,
-                                height: `${height}px` });
-  } else {
-    Object.assign(c.el.style, { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
+  Object.assign(c.el.style, { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
+}
+
+// ---- the pieces ------------------------------------------------------------------------------
+
+// The players and the ball move many times a second: they are painted on one canvas over the
+// form, where their elements would stand (over the pitch and the goals, under the flags), and a
+// move repaints only the rectangles it leaves and enters there, as the window paints them. No
+// element is moved, styled or laid out for it. Each piece keeps an element for assistive
+// technology, with its role and name, invisible and never moved.
+const pieces = {
+  layer: document.createElement('canvas'),
+  all: [],  // bottom to top
+  dirty: [],  // device-pixel rectangles of the layer to paint again
+};
+pieces.layer.className = 'pieces';
+pieces.layer.setAttribute('aria-hidden', 'true');
+page.pieces = pieces;
+
+const meets = (a, b) => a[0] < b[0] + b[2] && b[0] < a[0] + a[2] &&
+                        a[1] < b[1] + b[3] && b[1] < a[1] + a[3];
+
+// Where a piece is painted on the layer, in device pixels; null while it is not on show.
+function paintedAt(c) {
+  if (!c.v.shown) return null;
+  return c.v.rect.map((v) => Math.round(v * page.ratio));
+}
+
+// The piece's picture, drawn once for its size and look and copied onto the layer at each move.
+function drawPiece(c) {
+  const [, , width, height] = c.v.rect;
+  c.picture.width = Math.round(width * page.ratio);
+  c.picture.height = Math.round(height * page.ratio);
+  paintPicture(c.picture, JSON.parse(Module.drawing(c.name, width, height, false, false, false)),
+               page.ratio);
+}
+
+// The piece's view changed: where it was and where it is now are painted again.
+function movePiece(c, redrawn) {
+  if (!c.picture) {
+    c.picture = document.createElement('canvas');
+    pieces.all.push(c);
   }
+  if (redrawn) drawPiece(c);
+  const was = c.at, at = paintedAt(c);
+  if (!redrawn && String(was) === String(at)) return;
+  c.at = at;
+  // A step of a few pixels repaints the one rectangle round where it was and where it is.
+  if (was && at && meets(was, at)) {
+    const left = Math.min(was[0], at[0]), top = Math.min(was[1], at[1]);
+    pieces.dirty.push([left, top, Math.max(was[0] + was[2], at[0] + at[2]) - left,
+                       Math.max(was[1] + was[3], at[1] + at[3]) - top]);
+  } else {
+    if (was) pieces.dirty.push(was);
+    if (at) pieces.dirty.push(at);
+  }
+}
+
+// Each dirty rectangle cleared and the pieces in it painted again, bottom to top.
+function paintPieces() {
+  const ctx = pieces.layer.getContext('2d');
+  for (const r of pieces.dirty) {
+    ctx.save();
+    ctx.beginPath();
+    ctx.rect(...r);
+    ctx.clip();
+    ctx.clearRect(...r);
+    for (const c of pieces.all) if (c.at && meets(c.at, r)) ctx.drawImage(c.picture, c.at[0], c.at[1]);
+    ctx.restore();
+  }
+  pieces.dirty = [];
+}
+
+// The layer covers the main window of `width` x `height` CSS pixels; after a change of size or
+// pixel density every piece is painted anew.
+function sizePieces([width, height], sharper) {
+  const layer = pieces.layer;
+  Object.assign(layer.style, { width: `${width}px`, height: `${height}px` });
+  layer.width = Math.round(width * page.ratio);
+  layer.height = Math.round(height * page.ratio);
+  for (const c of pieces.all) {
+    if (sharper) drawPiece(c);
+    c.at = paintedAt(c);
+  }
+  pieces.dirty = [[0, 0, layer.width, layer.height]];
 }
 
 // A text longer than its box is shown smaller rather than cut off, by the view's rule.
@@ -247,13 +325,17 @@ function refresh() {
     const moved = Object.keys(change).length === 1;
     rehoming = rehoming || !fresh.includes(c) && 'panel' in change && change.panel !== c.v.panel;
     Object.assign(c.v, change);
-    place(c);
+    if (c.v.piece) movePiece(c, fresh.includes(c) || change.redrawn);
+    else place(c);
     if (!moved) restate(c);
     if (fresh.includes(c) || change.redrawn) draw(c);
   }
   // Into its container (which may come later in the list) or its window, in the list's order.
   for (const c of fresh) holderOf(c).appendChild(c.el);
   if (rehoming) rehome();
+  // The pieces' layer stands where their elements begin.
+  if ((fresh.length > 0 || rehoming) && pieces.all.length > 0) pieces.all[0].el.before(pieces.layer);
+  paintPieces();
   if ('focus' in s) page.focus = s.focus;
   focusAsTheGameHasIt('focus' in s);
   schedule();
@@ -289,6 +371,7 @@ function layout() {
   const at = (id, [left, top, width, height]) => Object.assign(byId(id).style,
     { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
   size('main', sizes.main);
+  sizePieces(sizes.main, sharper);
   size('closing', sizes.closing);
   at('news', sizes.news);
   Object.assign(byId('news').style, { fontSize: `${sizes.newsPx}px`,

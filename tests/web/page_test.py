@@ -25,13 +25,36 @@ HELPERS = r'''window.T = {
   text: (name) => name === 'news' ? document.getElementById('news').textContent : T.view(name).v.caption,
   shown: (name) => { const el = name === 'news' ? document.getElementById('news') : T.el(name);
                      return !el.hidden && el.offsetParent !== null; },
-  // The colour of a picture's canvas at (x, y), fractions of its size: [r, g, b, alpha].
-  colour: (name, x, y) => { const c = T.view(name).canvas; return Array.from(c.getContext('2d')
-    .getImageData(Math.floor(c.width * x), Math.floor(c.height * y), 1, 1).data); },
+  // The colour of a picture's canvas at (x, y), fractions of its size: [r, g, b, alpha]; of a
+  // piece, as painted on the pieces' layer where the view puts it.
+  colour: (name, x, y) => {
+    const c = T.view(name), ratio = devicePixelRatio;
+    const [left, top, width, height] = c.v.piece ? c.v.rect.map((v) => v * ratio)
+                                                 : [0, 0, c.canvas.width, c.canvas.height];
+    return T.pixel(c.v.piece ? Module.page.pieces.layer : c.canvas, left + width * x, top + height * y); },
+  pixel: (canvas, x, y) =>
+    Array.from(canvas.getContext('2d').getImageData(Math.floor(x), Math.floor(y), 1, 1).data),
+  // How many of the pieces' layer's bytes differ from every piece on show painted afresh where
+  // the view puts it, bottom to top: a piece's trail, or a piece not painted where it went.
+  stale: () => {
+    const layer = Module.page.pieces.layer, fresh = document.createElement('canvas');
+    [fresh.width, fresh.height] = [layer.width, layer.height];
+    const ctx = fresh.getContext('2d'), ratio = devicePixelRatio;
+    for (const c of Module.page.views.values())
+      if (c.v.piece && c.v.shown)
+        ctx.drawImage(c.picture, Math.round(c.v.rect[0] * ratio), Math.round(c.v.rect[1] * ratio));
+    const seen = layer.getContext('2d').getImageData(0, 0, layer.width, layer.height).data;
+    const painted = ctx.getImageData(0, 0, fresh.width, fresh.height).data;
+    return seen.reduce((n, byte, i) => n + (byte !== painted[i]), 0);
+  },
   flags: () => [...Array(8).keys()].filter((d) => T.shown(`CDdest(${d})`)),
   players: () => [...Array(22).keys()].map((i) => `Player(${i + 1})`).filter(T.shown),
-  centre: (name) => { const r = T.el(name).getBoundingClientRect();
-                      return [r.x + r.width / 2, r.y + r.height / 2]; },
+  // Where a control's centre is on the page; a piece's, where the view paints it in the window.
+  centre: (name) => {
+    const c = T.view(name), w = document.getElementById('main').getBoundingClientRect();
+    const r = c.v.piece ? { x: w.x + c.v.rect[0], y: w.y + c.v.rect[1], width: c.v.rect[2],
+                            height: c.v.rect[3] } : c.el.getBoundingClientRect();
+    return [r.x + r.width / 2, r.y + r.height / 2]; },
   message: () => document.getElementById('message').open &&
                  document.getElementById('message-title').textContent,
   // What the page presents, read from its elements as a browser hands them to assistive
@@ -95,6 +118,7 @@ def first_paint():
     assert all(a == 255 and g > r + 40 and g > b + 40 for r, g, b, a in pitch), f'green? {pitch}'
     painted = js('T.players().map((p) => T.colour(p, 0.5, 0.5)[3])')
     assert painted == [255] * 22, f'22 players on show, every one painted: {painted}'
+    assert js('T.stale()') == 0, 'the pieces are painted where they stand and nowhere else'
     teams = js("[1, 12].map((p) => T.view(`Player(${p})`).v.back)"
                     ".concat([1, 2].map((s) => T.el(`Team(${s})`).value))")
     assert teams[0] != teams[1] and all(teams), f'two teams, two colours, two names: {teams}'
@@ -160,6 +184,8 @@ def kick():
     wait("T.flags().length === 0 && T.view('Cdice').v.back === '#ffffff'",
               'the flags go once one is clicked, the kick ends and the die is ready')
     assert js("T.view('Ball').v.rect") != ball, f'the ball left {ball}'
+    assert js("T.colour('Ball', 0.5, 0.5)[3]") == 255 and js('T.stale()') == 0, \
+        'the ball is painted where it went, and nothing is left where it was'
     (bx, by), square = js("T.centre('Ball')"), js("T.el('Grass').clientWidth / 16")
     nearest = min(((px - bx) ** 2 + (py - by) ** 2) ** 0.5
                   for px, py in js('T.players().map(T.centre)'))
