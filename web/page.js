@@ -1,9 +1,10 @@
 // The page: the game's main window and its closing window, as the view of the form (src/view/)
 // describes them for both fronts. This script only draws what the view says: an element for
-// each control at the rectangle it gives, pictures on canvases, the others HTML controls, with
-// the role, name, state and Tab stop it gives, the players and the ball painted on one canvas; the arrows, Space, Enter and Escape do what it
-// says. What a person does goes to the game through bridge.cpp, and what changed comes back
-// from it as a list. The page holds no rule and decides nothing of its own.
+// each control at the rectangle it gives, pictures on canvases (the players and the ball on one
+// canvas of their own), the others HTML controls, with the role, name, state and Tab stop it
+// gives; the arrows, Space, Enter and Escape do what it says. What a person does goes to the
+// game through bridge.cpp, and what changed comes back from it as a list. The page holds no
+// rule and decides nothing of its own.
 'use strict';
 
 const page = {
