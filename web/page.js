@@ -141,6 +141,7 @@ function draw(c) {
   const drawing = Module.drawing(c.name, width, height, c.hovered, c.down,
                                  document.activeElement === c.el);
   paintPicture(c.canvas, JSON.parse(drawing), page.ratio);
+  if (c.v.ground) groundDrawn(c);
 }
 
 function place(c) {
@@ -150,15 +151,23 @@ function place(c) {
 
 // ---- the pieces ------------------------------------------------------------------------------
 
-// The players and the ball move many times a second: they are painted on one canvas over the
-// form, where their elements would stand (over the pitch and the goals, under the flags), and a
-// move repaints only the rectangles it leaves and enters there, as the window paints them. No
-// element is moved, styled or laid out for it. Each piece keeps an element for assistive
-// technology, with its role and name, invisible and never moved.
+// The players and the ball move many times a second, so no element is moved, styled or laid
+// out for them: they are painted, as the window paints them. A piece wholly on the pitch (the
+// ground) is painted into the pitch's own canvas, over a copy of the pitch kept aside, so that a
+// step there repaints one canvas in the rectangles it leaves and enters; elsewhere (the teams
+// waiting below the pitch, a shot into a goal) it is painted on a transparent canvas over the
+// window, where the pieces' elements begin (over the pitch and the goals, under the flags),
+// hidden while nothing is on it. Each piece keeps an element for assistive technology, with its
+// role and name, invisible and never moved.
 const pieces = {
-  layer: document.createElement('canvas'),
   all: [],  // bottom to top
-  dirty: [],  // device-pixel rectangles of the layer to paint again
+  ground: null,  // the pitch
+  under: document.createElement('canvas'),  // the pitch as drawn, without the pieces
+  groundAt: null,  // the pitch's rectangle, in the window's device pixels like every one here
+  covered: [],  // parts of the pitch under a control stacked over it (a goal): not ground
+  layer: document.createElement('canvas'),
+  dirty: { ground: [], layer: [] },  // rectangles to paint again on each
+  restand: false,  // the pitch or the window changed: every piece is painted anew
 };
 pieces.layer.className = 'pieces';
 pieces.layer.setAttribute('aria-hidden', 'true');
@@ -166,14 +175,19 @@ page.pieces = pieces;
 
 const meets = (a, b) => a[0] < b[0] + b[2] && b[0] < a[0] + a[2] &&
                         a[1] < b[1] + b[3] && b[1] < a[1] + a[3];
+const inside = (a, b) => a[0] >= b[0] && a[1] >= b[1] && a[0] + a[2] <= b[0] + b[2] &&
+                         a[1] + a[3] <= b[1] + b[3];
+const devicePixels = (rect) => rect.map((v) => Math.round(v * page.ratio));
 
-// Where a piece is painted on the layer, in device pixels; null while it is not on show.
-function paintedAt(c) {
-  if (!c.v.shown) return null;
-  return c.v.rect.map((v) => Math.round(v * page.ratio));
+// Where a piece is painted, and on which: null while it is not on show.
+function stand(c) {
+  c.at = c.v.shown ? devicePixels(c.v.rect) : null;
+  const g = pieces.groundAt;
+  c.on = !c.at ? null : g && inside(c.at, g) && !pieces.covered.some((r) => meets(r, c.at))
+    ? 'ground' : 'layer';
 }
 
-// The piece's picture, drawn once for its size and look and copied onto the layer at each move.
+// The piece's picture, drawn once for its size and look and copied at each move.
 function drawPiece(c) {
   const [, , width, height] = c.v.rect;
   c.picture.width = Math.round(width * page.ratio);
@@ -189,33 +203,99 @@ function movePiece(c, redrawn) {
     pieces.all.push(c);
   }
   if (redrawn) drawPiece(c);
-  const was = c.at, at = paintedAt(c);
-  if (!redrawn && String(was) === String(at)) return;
-  c.at = at;
+  const was = c.at, wasOn = c.on;
+  stand(c);
+  const at = c.at, on = c.on;
+  if (!redrawn && String(was) === String(at) && wasOn === on) return;
   // A step of a few pixels repaints the one rectangle round where it was and where it is.
-  if (was && at && meets(was, at)) {
+  if (was && at && wasOn === on && meets(was, at)) {
     const left = Math.min(was[0], at[0]), top = Math.min(was[1], at[1]);
-    pieces.dirty.push([left, top, Math.max(was[0] + was[2], at[0] + at[2]) - left,
-                       Math.max(was[1] + was[3], at[1] + at[3]) - top]);
+    pieces.dirty[on].push([left, top, Math.max(was[0] + was[2], at[0] + at[2]) - left,
+                           Math.max(was[1] + was[3], at[1] + at[3]) - top]);
   } else {
-    if (was) pieces.dirty.push(was);
-    if (at) pieces.dirty.push(at);
+    if (was) pieces.dirty[wasOn].push(was);
+    if (at) pieces.dirty[on].push(at);
   }
 }
 
-// Each dirty rectangle cleared and the pieces in it painted again, bottom to top.
+// The pitch was drawn anew: kept aside without the pieces, which are painted on it again.
+function groundDrawn(c) {
+  pieces.ground = c;
+  pieces.under.width = c.canvas.width;
+  pieces.under.height = c.canvas.height;
+  pieces.under.getContext('2d').drawImage(c.canvas, 0, 0);
+  pieces.restand = true;
+}
+
+// Every piece stood again on the pitch or the layer, and both painted anew.
+function restand() {
+  pieces.restand = false;
+  const ground = pieces.ground;
+  pieces.groundAt = ground && devicePixels(ground.v.rect);
+  pieces.covered = [];
+  if (ground) {
+    const views = [...page.views.values()];
+    for (const c of views.slice(views.indexOf(ground) + 1)) {
+      if (c.v.piece) break;
+      const at = devicePixels(c.v.rect);
+      if (c.v.shown && !c.v.parent && meets(at, pieces.groundAt)) pieces.covered.push(at);
+    }
+  }
+  for (const c of pieces.all) stand(c);
+  pieces.dirty.ground = ground ? [pieces.groundAt] : [];
+  pieces.dirty.layer = [[0, 0, pieces.layer.width, pieces.layer.height]];
+}
+
+// How the pitch's canvas is reached from the window: shifted to its corner, and turned a
+// quarter back where the pitch is turned (its canvas is drawn upright and turned into place).
+function groundTransform() {
+  const [left, top, width] = pieces.groundAt;
+  return pieces.ground.v.turned ? [0, -1, 1, 0, -top, left + width] : [1, 0, 0, 1, -left, -top];
+}
+
+// Rectangle `r` of the window in the pitch canvas's own pixels.
+function onGroundCanvas([x, y, width, height]) {
+  const [left, top, across] = pieces.groundAt;
+  return pieces.ground.v.turned ? [y - top, left + across - x - width, height, width]
+                                : [x - left, y - top, width, height];
+}
+
+// Each dirty rectangle of a canvas cleared (to the pitch on the pitch) and the pieces standing
+// on that canvas there painted again, bottom to top.
 function paintPieces() {
-  const ctx = pieces.layer.getContext('2d');
-  for (const r of pieces.dirty) {
-    ctx.save();
+  if (pieces.restand) restand();
+  const repaint = (canvas, on, clear, transform) => {
+    const ctx = canvas.getContext('2d');
+    for (const r of pieces.dirty[on]) {
+      ctx.save();
+      ctx.setTransform(1, 0, 0, 1, 0, 0);
+      ctx.globalAlpha = 1;
+      clear(ctx, r);
+      ctx.setTransform(...transform);
+      for (const c of pieces.all)
+        if (c.on === on && meets(c.at, r)) ctx.drawImage(c.picture, c.at[0], c.at[1]);
+      ctx.restore();
+    }
+    pieces.dirty[on] = [];
+  };
+  if (pieces.ground) {
+    repaint(pieces.ground.canvas, 'ground', (ctx, r) => {
+      const at = onGroundCanvas(r);
+      ctx.beginPath();
+      ctx.rect(...at);
+      ctx.clip();
+      ctx.clearRect(...at);
+      ctx.drawImage(pieces.under, ...at, ...at);
+    }, groundTransform());
+  }
+  repaint(pieces.layer, 'layer', (ctx, r) => {
     ctx.beginPath();
     ctx.rect(...r);
     ctx.clip();
     ctx.clearRect(...r);
-    for (const c of pieces.all) if (c.at && meets(c.at, r)) ctx.drawImage(c.picture, c.at[0], c.at[1]);
-    ctx.restore();
-  }
-  pieces.dirty = [];
+  }, [1, 0, 0, 1, 0, 0]);
+  const empty = !pieces.all.some((c) => c.on === 'layer');
+  if (pieces.layer.hidden !== empty) pieces.layer.hidden = empty;
 }
 
 // The layer covers the main window of `width` x `height` CSS pixels; after a change of size or
@@ -225,11 +305,8 @@ function sizePieces([width, height], sharper) {
   Object.assign(layer.style, { width: `${width}px`, height: `${height}px` });
   layer.width = Math.round(width * page.ratio);
   layer.height = Math.round(height * page.ratio);
-  for (const c of pieces.all) {
-    if (sharper) drawPiece(c);
-    c.at = paintedAt(c);
-  }
-  pieces.dirty = [[0, 0, layer.width, layer.height]];
+  if (sharper) for (const c of pieces.all) drawPiece(c);
+  pieces.restand = true;
 }
 
 // A text longer than its box is shown smaller rather than cut off, by the view's rule.
@@ -328,6 +405,7 @@ function refresh() {
     Object.assign(c.v, change);
     if (c.v.piece) movePiece(c, fresh.includes(c) || change.redrawn);
     else place(c);
+    if (c.v.ground) pieces.restand = true;
     if (!moved) restate(c);
     if (fresh.includes(c) || change.redrawn) draw(c);
   }

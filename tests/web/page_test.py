@@ -26,27 +26,46 @@ HELPERS = r'''window.T = {
   shown: (name) => { const el = name === 'news' ? document.getElementById('news') : T.el(name);
                      return !el.hidden && el.offsetParent !== null; },
   // The colour of a picture's canvas at (x, y), fractions of its size: [r, g, b, alpha]; of a
-  // piece, as painted on the pieces' layer where the view puts it.
+  // piece, as the window shows it where the view puts it.
   colour: (name, x, y) => {
-    const c = T.view(name), ratio = devicePixelRatio;
-    const [left, top, width, height] = c.v.piece ? c.v.rect.map((v) => v * ratio)
-                                                 : [0, 0, c.canvas.width, c.canvas.height];
-    return T.pixel(c.v.piece ? Module.page.pieces.layer : c.canvas, left + width * x, top + height * y); },
+    const c = T.view(name), [left, top, width, height] = c.v.rect.map((v) => v * devicePixelRatio);
+    return c.v.piece ? T.seen(left + width * x, top + height * y)
+                     : T.pixel(c.canvas, c.canvas.width * x, c.canvas.height * y); },
   pixel: (canvas, x, y) =>
     Array.from(canvas.getContext('2d').getImageData(Math.floor(x), Math.floor(y), 1, 1).data),
-  // How many of the pieces' layer's bytes differ from every piece on show painted afresh where
-  // the view puts it, bottom to top: a piece's trail, or a piece not painted where it went.
-  stale: () => {
-    const layer = Module.page.pieces.layer, fresh = document.createElement('canvas');
-    [fresh.width, fresh.height] = [layer.width, layer.height];
-    const ctx = fresh.getContext('2d'), ratio = devicePixelRatio;
-    for (const c of Module.page.views.values())
-      if (c.v.piece && c.v.shown)
-        ctx.drawImage(c.picture, Math.round(c.v.rect[0] * ratio), Math.round(c.v.rect[1] * ratio));
-    const seen = layer.getContext('2d').getImageData(0, 0, layer.width, layer.height).data;
-    const painted = ctx.getImageData(0, 0, fresh.width, fresh.height).data;
-    return seen.reduce((n, byte, i) => n + (byte !== painted[i]), 0);
+  // What the window shows at (x, y) of its device pixels where the pieces go: the pieces' layer
+  // over the pitch (upright on the desktop).
+  seen: (x, y) => {
+    const layer = Module.page.pieces.layer, grass = T.view('Grass');
+    const over = layer.hidden ? [0, 0, 0, 0] : T.pixel(layer, x, y);
+    if (over[3] === 255) return over;
+    const [left, top] = grass.v.rect.map((v) => v * devicePixelRatio);
+    return T.pixel(grass.canvas, x - left, y - top);
   },
+  // How many bytes of the pitch's canvas and of the pieces' layer differ from each painted
+  // afresh, with every piece on show on it where the view puts it, bottom to top: a piece's
+  // trail, or a piece not painted where it went.
+  stale: () => {
+    const p = Module.page.pieces, ratio = devicePixelRatio;
+    const grass = T.view('Grass'), [left, top] = grass.v.rect.map((v) => Math.round(v * ratio));
+    let wrong = 0;
+    for (const [canvas, on, under, x, y] of [[p.layer, 'layer', null, 0, 0],
+                                             [grass.canvas, 'ground', p.under, left, top]]) {
+      const fresh = document.createElement('canvas');
+      [fresh.width, fresh.height] = [canvas.width, canvas.height];
+      const ctx = fresh.getContext('2d');
+      if (under) ctx.drawImage(under, 0, 0);
+      for (const c of Module.page.views.values())
+        if (c.v.piece && c.v.shown && c.on === on)
+          ctx.drawImage(c.picture, Math.round(c.v.rect[0] * ratio) - x, Math.round(c.v.rect[1] * ratio) - y);
+      const seen = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height).data;
+      const painted = ctx.getImageData(0, 0, fresh.width, fresh.height).data;
+      wrong += seen.reduce((n, byte, i) => n + (byte !== painted[i]), 0);
+    }
+    return wrong;
+  },
+  // A piece's own picture at (x, y), fractions of its size.
+  picture: (name, x, y) => { const p = T.view(name).picture; return T.pixel(p, p.width * x, p.height * y); },
   flags: () => [...Array(8).keys()].filter((d) => T.shown(`CDdest(${d})`)),
   players: () => [...Array(22).keys()].map((i) => `Player(${i + 1})`).filter(T.shown),
   // Where a control's centre is on the page; a piece's, where the view paints it in the window.
@@ -184,7 +203,8 @@ def kick():
     wait("T.flags().length === 0 && T.view('Cdice').v.back === '#ffffff'",
               'the flags go once one is clicked, the kick ends and the die is ready')
     assert js("T.view('Ball').v.rect") != ball, f'the ball left {ball}'
-    assert js("T.colour('Ball', 0.5, 0.5)[3]") == 255 and js('T.stale()') == 0, \
+    assert js("T.colour('Ball', 0.5, 0.5)") == js("T.picture('Ball', 0.5, 0.5)") and \
+        js('T.stale()') == 0, \
         'the ball is painted where it went, and nothing is left where it was'
     (bx, by), square = js("T.centre('Ball')"), js("T.el('Grass').clientWidth / 16")
     nearest = min(((px - bx) ** 2 + (py - by) ** 2) ** 0.5
