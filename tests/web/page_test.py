@@ -29,18 +29,35 @@ HELPERS = r'''window.T = {
   // piece, as the window shows it where the view puts it.
   colour: (name, x, y) => {
     const c = T.view(name), [left, top, width, height] = c.v.rect.map((v) => v * devicePixelRatio);
-    return c.v.piece ? T.seen(left + width * x, top + height * y)
+    return c.v.piece ? T.seen(Math.floor(left + width * x), Math.floor(top + height * y))
                      : T.pixel(c.canvas, c.canvas.width * x, c.canvas.height * y); },
   pixel: (canvas, x, y) =>
     Array.from(canvas.getContext('2d').getImageData(Math.floor(x), Math.floor(y), 1, 1).data),
-  // What the window shows at (x, y) of its device pixels where the pieces go: the pieces' layer
-  // over the pitch (upright on the desktop).
+  // What the window shows at pixel (x, y) of its device pixels where the pieces go: the pieces'
+  // layer over the pitch's canvas, read through the canvas's place on the screen (a turned
+  // pitch's canvas is turned a quarter clockwise: its top runs down the right of its box).
   seen: (x, y) => {
-    const layer = Module.page.pieces.layer, grass = T.view('Grass');
+    const layer = Module.page.pieces.layer, grass = T.view('Grass'), ratio = devicePixelRatio;
     const over = layer.hidden ? [0, 0, 0, 0] : T.pixel(layer, x, y);
     if (over[3] === 255) return over;
-    const [left, top] = grass.v.rect.map((v) => v * devicePixelRatio);
-    return T.pixel(grass.canvas, x - left, y - top);
+    const box = grass.canvas.getBoundingClientRect();
+    const main = document.getElementById('main').getBoundingClientRect();
+    const across = main.x + (x + 0.5) / ratio - box.x, down = main.y + (y + 0.5) / ratio - box.y;
+    return grass.v.turned ? T.pixel(grass.canvas, down * ratio, (box.width - across) * ratio)
+                          : T.pixel(grass.canvas, across * ratio, down * ratio);
+  },
+  // The pieces on show whose centre the window does not show as their picture's centre (those
+  // under another piece there aside).
+  misplaced: () => {
+    const ratio = devicePixelRatio, pieces = [...Module.page.views.values()]
+      .filter((c) => c.v.piece && c.v.shown);
+    const centre = (c) => [Math.round(c.v.rect[0] * ratio) + Math.floor(c.picture.width / 2),
+                           Math.round(c.v.rect[1] * ratio) + Math.floor(c.picture.height / 2)];
+    const covers = (c, [x, y]) => { const [left, top, width, height] = c.v.rect.map((v) => v * ratio);
+                                    return left <= x && x < left + width && top <= y && y < top + height; };
+    return pieces.filter((c, i) => !pieces.slice(i + 1).some((above) => covers(above, centre(c))) &&
+      String(T.seen(...centre(c))) !== String(T.pixel(c.picture, c.picture.width / 2, c.picture.height / 2)))
+      .map((c) => c.name);
   },
   // How many bytes of the pitch's canvas and of the pieces' layer differ from each painted
   // afresh, with every piece on show on it where the view puts it, bottom to top: a piece's
@@ -137,7 +154,8 @@ def first_paint():
     assert all(a == 255 and g > r + 40 and g > b + 40 for r, g, b, a in pitch), f'green? {pitch}'
     painted = js('T.players().map((p) => T.colour(p, 0.5, 0.5)[3])')
     assert painted == [255] * 22, f'22 players on show, every one painted: {painted}'
-    assert js('T.stale()') == 0, 'the pieces are painted where they stand and nowhere else'
+    assert js('T.stale()') == 0 and not js('T.misplaced()'), \
+        'the pieces are painted where they stand and nowhere else'
     teams = js("[1, 12].map((p) => T.view(`Player(${p})`).v.back)"
                     ".concat([1, 2].map((s) => T.el(`Team(${s})`).value))")
     assert teams[0] != teams[1] and all(teams), f'two teams, two colours, two names: {teams}'
