@@ -132,6 +132,7 @@ def play(url):
     js(page.HELPERS)
     assert js("T.view('Grass').v.turned"), 'upright, the pitch is turned to fill the screen'
     keeps_the_rules('upright at load')
+    pieces_painted('upright at load')
     shot('touch-portrait-load.png')
     panel_keeps_the_rules('upright', 'portrait')
 
