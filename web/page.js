@@ -218,13 +218,15 @@ function movePiece(c, redrawn) {
   }
 }
 
-// The pitch was drawn anew: kept aside without the pieces, which are painted on it again.
+// The pitch was drawn anew (its size, its look, the mouse over it): kept aside without the
+// pieces, which are painted on it again at once.
 function groundDrawn(c) {
   pieces.ground = c;
   pieces.under.width = c.canvas.width;
   pieces.under.height = c.canvas.height;
   pieces.under.getContext('2d').drawImage(c.canvas, 0, 0);
   pieces.restand = true;
+  paintPieces();
 }
 
 // Every piece stood again on the pitch or the layer, and both painted anew.
