@@ -65,8 +65,8 @@ function tick() {{
   if (moving) {{ step = (step + 1) % 60; x = {bx} + (step - 30) * {w} / 120; }}
   ctx.drawImage(under, ...r, ...r);
   ctx.drawImage(ball, Math.round(x * ratio), Math.round(y * ratio));
-  const now = performance.now();
-  while (due <= now) due += 15;
+  const now = performance.now();  // a timer may fire a little early: this was the wake due
+  do due += 15; while (due <= now);
   setTimeout(tick, due - now);
 }}
 if (location.search) {{ due = performance.now() + 15; setTimeout(tick, 15); }}
