@@ -114,6 +114,8 @@ std::string viewOf(const ControlView& v, bool closing, bool whole) {
     out += ",\"kind\":" + quoted(kindName(c.kind)) + ",\"parent\":" + quoted(v.parent) +
            ",\"closing\":" + flag(closing) + ",\"piece\":" + flag(v.piece) +
            ",\"bare\":" + flag(v.bare);
+    // The pitch, on which the pieces standing wholly on it are painted, as the window does.
+    out += ",\"ground\":" + flag(&c == &game.form->Grass);
   }
   out += ",\"shown\":" + flag(v.shown) + ",\"enabled\":" + flag(v.enabled);
   out += ",\"image\":" + quoted(v.image) + ",\"caption\":" + quoted(v.caption);

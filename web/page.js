@@ -1,9 +1,10 @@
 // The page: the game's main window and its closing window, as the view of the form (src/view/)
 // describes them for both fronts. This script only draws what the view says: an element for
-// each control at the rectangle it gives, pictures on canvases, the others HTML controls, with
-// the role, name, state and Tab stop it gives; the arrows, Space, Enter and Escape do what it
-// says. What a person does goes to the game through bridge.cpp, and what changed comes back
-// from it as a list. The page holds no rule and decides nothing of its own.
+// each control at the rectangle it gives, pictures on canvases (the players and the ball on one
+// canvas of their own), the others HTML controls, with the role, name, state and Tab stop it
+// gives; the arrows, Space, Enter and Escape do what it says. What a person does goes to the
+// game through bridge.cpp, and what changed comes back from it as a list. The page holds no
+// rule and decides nothing of its own.
 'use strict';
 
 const page = {
@@ -32,6 +33,7 @@ function clicks(name, el) {
 
 // The element for a control of kind `kind` in role `role`.
 function makeElement(name, v) {
+  if (v.piece) return document.createElement('div');  // painted on the pieces' canvas
   switch (v.kind) {
     case 'picture': {
       // A picture may hold other controls (the board holds its two words): a box round a canvas.
@@ -139,18 +141,174 @@ function draw(c) {
   const drawing = Module.drawing(c.name, width, height, c.hovered, c.down,
                                  document.activeElement === c.el);
   paintPicture(c.canvas, JSON.parse(drawing), page.ratio);
+  if (c.v.ground) groundDrawn(c);
 }
 
 function place(c) {
   const [left, top, width, height] = c.v.rect;
-  // A piece moves many times a second: shifted on a layer of its own, which lays nothing out
-  // again and repaints nothing under it.
-  if (c.v.piece) {
-    Object.assign(c.el.style, { transform: `translate(${left}px, ${top}px)`, width: `${width}px`,
-                                height: `${height}px` });
-  } else {
-    Object.assign(c.el.style, { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
+  Object.assign(c.el.style, { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
+}
+
+// ---- the pieces ------------------------------------------------------------------------------
+
+// The players and the ball move many times a second, so no element is moved, styled or laid
+// out for them: they are painted, as the window paints them. A piece wholly on the pitch (the
+// ground) is painted into the pitch's own canvas, over a copy of the pitch kept aside, so that a
+// step there repaints one canvas in the rectangles it leaves and enters; elsewhere (the teams
+// waiting below the pitch, a shot into a goal) it is painted on a transparent canvas over the
+// window, where the pieces' elements begin (over the pitch and the goals, under the flags),
+// hidden while nothing is on it. Each piece keeps an element for assistive technology, with its
+// role and name, invisible and never moved.
+const pieces = {
+  all: [],  // bottom to top
+  ground: null,  // the pitch
+  under: document.createElement('canvas'),  // the pitch as drawn, without the pieces
+  groundAt: null,  // the pitch's rectangle, in the window's device pixels like every one here
+  covered: [],  // parts of the pitch under a control stacked over it (a goal): not ground
+  layer: document.createElement('canvas'),
+  dirty: { ground: [], layer: [] },  // rectangles to paint again on each
+  restand: false,  // the pitch or the window changed: every piece is painted anew
+};
+pieces.layer.className = 'pieces';
+pieces.layer.setAttribute('aria-hidden', 'true');
+page.pieces = pieces;
+
+const meets = (a, b) => a[0] < b[0] + b[2] && b[0] < a[0] + a[2] &&
+                        a[1] < b[1] + b[3] && b[1] < a[1] + a[3];
+const inside = (a, b) => a[0] >= b[0] && a[1] >= b[1] && a[0] + a[2] <= b[0] + b[2] &&
+                         a[1] + a[3] <= b[1] + b[3];
+const devicePixels = (rect) => rect.map((v) => Math.round(v * page.ratio));
+
+// Where a piece is painted, and on which: null while it is not on show.
+function stand(c) {
+  c.at = c.v.shown ? devicePixels(c.v.rect) : null;
+  const g = pieces.groundAt;
+  c.on = !c.at ? null : g && inside(c.at, g) && !pieces.covered.some((r) => meets(r, c.at))
+    ? 'ground' : 'layer';
+}
+
+// The piece's picture, drawn once for its size and look and copied at each move.
+function drawPiece(c) {
+  const [, , width, height] = c.v.rect;
+  c.picture.width = Math.round(width * page.ratio);
+  c.picture.height = Math.round(height * page.ratio);
+  paintPicture(c.picture, JSON.parse(Module.drawing(c.name, width, height, false, false, false)),
+               page.ratio);
+}
+
+// The piece's view changed: where it was and where it is now are painted again.
+function movePiece(c, redrawn) {
+  if (!c.picture) {
+    c.picture = document.createElement('canvas');
+    pieces.all.push(c);
   }
+  if (redrawn) drawPiece(c);
+  const was = c.at, wasOn = c.on;
+  stand(c);
+  const at = c.at, on = c.on;
+  if (!redrawn && String(was) === String(at) && wasOn === on) return;
+  // A step of a few pixels repaints the one rectangle round where it was and where it is.
+  if (was && at && wasOn === on && meets(was, at)) {
+    const left = Math.min(was[0], at[0]), top = Math.min(was[1], at[1]);
+    pieces.dirty[on].push([left, top, Math.max(was[0] + was[2], at[0] + at[2]) - left,
+                           Math.max(was[1] + was[3], at[1] + at[3]) - top]);
+  } else {
+    if (was) pieces.dirty[wasOn].push(was);
+    if (at) pieces.dirty[on].push(at);
+  }
+}
+
+// The pitch was drawn anew (its size, its look, the mouse over it): kept aside without the
+// pieces, which are painted on it again at once.
+function groundDrawn(c) {
+  pieces.ground = c;
+  pieces.under.width = c.canvas.width;
+  pieces.under.height = c.canvas.height;
+  pieces.under.getContext('2d').drawImage(c.canvas, 0, 0);
+  pieces.restand = true;
+  paintPieces();
+}
+
+// Every piece stood again on the pitch or the layer, and both painted anew.
+function restand() {
+  pieces.restand = false;
+  const ground = pieces.ground;
+  pieces.groundAt = ground && devicePixels(ground.v.rect);
+  pieces.covered = [];
+  if (ground) {
+    const views = [...page.views.values()];
+    for (const c of views.slice(views.indexOf(ground) + 1)) {
+      if (c.v.piece) break;
+      const at = devicePixels(c.v.rect);
+      if (c.v.shown && !c.v.parent && meets(at, pieces.groundAt)) pieces.covered.push(at);
+    }
+  }
+  for (const c of pieces.all) stand(c);
+  pieces.dirty.ground = ground ? [pieces.groundAt] : [];
+  pieces.dirty.layer = [[0, 0, pieces.layer.width, pieces.layer.height]];
+}
+
+// How the pitch's canvas is reached from the window: shifted to its corner, and turned a
+// quarter back where the pitch is turned (its canvas is drawn upright and turned into place).
+function groundTransform() {
+  const [left, top, width] = pieces.groundAt;
+  return pieces.ground.v.turned ? [0, -1, 1, 0, -top, left + width] : [1, 0, 0, 1, -left, -top];
+}
+
+// Rectangle `r` of the window in the pitch canvas's own pixels.
+function onGroundCanvas([x, y, width, height]) {
+  const [left, top, across] = pieces.groundAt;
+  return pieces.ground.v.turned ? [y - top, left + across - x - width, height, width]
+                                : [x - left, y - top, width, height];
+}
+
+// Each dirty rectangle of a canvas cleared (to the pitch on the pitch) and the pieces standing
+// on that canvas there painted again, bottom to top.
+function paintPieces() {
+  if (pieces.restand) restand();
+  const repaint = (canvas, on, clear, transform) => {
+    const ctx = canvas.getContext('2d');
+    for (const r of pieces.dirty[on]) {
+      ctx.save();
+      ctx.setTransform(1, 0, 0, 1, 0, 0);
+      ctx.globalAlpha = 1;
+      clear(ctx, r);
+      ctx.setTransform(...transform);
+      for (const c of pieces.all)
+        if (c.on === on && meets(c.at, r)) ctx.drawImage(c.picture, c.at[0], c.at[1]);
+      ctx.restore();
+    }
+    pieces.dirty[on] = [];
+  };
+  if (pieces.ground) {
+    repaint(pieces.ground.canvas, 'ground', (ctx, r) => {
+      const at = onGroundCanvas(r);
+      ctx.beginPath();
+      ctx.rect(...at);
+      ctx.clip();
+      ctx.clearRect(...at);
+      ctx.drawImage(pieces.under, ...at, ...at);
+    }, groundTransform());
+  }
+  repaint(pieces.layer, 'layer', (ctx, r) => {
+    ctx.beginPath();
+    ctx.rect(...r);
+    ctx.clip();
+    ctx.clearRect(...r);
+  }, [1, 0, 0, 1, 0, 0]);
+  const empty = !pieces.all.some((c) => c.on === 'layer');
+  if (pieces.layer.hidden !== empty) pieces.layer.hidden = empty;
+}
+
+// The layer covers the main window of `width` x `height` CSS pixels; after a change of size or
+// pixel density every piece is painted anew.
+function sizePieces([width, height], sharper) {
+  const layer = pieces.layer;
+  Object.assign(layer.style, { width: `${width}px`, height: `${height}px` });
+  layer.width = Math.round(width * page.ratio);
+  layer.height = Math.round(height * page.ratio);
+  if (sharper) for (const c of pieces.all) drawPiece(c);
+  pieces.restand = true;
 }
 
 // A text longer than its box is shown smaller rather than cut off, by the view's rule.
@@ -247,13 +405,18 @@ function refresh() {
     const moved = Object.keys(change).length === 1;
     rehoming = rehoming || !fresh.includes(c) && 'panel' in change && change.panel !== c.v.panel;
     Object.assign(c.v, change);
-    place(c);
+    if (c.v.piece) movePiece(c, fresh.includes(c) || change.redrawn);
+    else place(c);
+    if (c.v.ground) pieces.restand = true;
     if (!moved) restate(c);
     if (fresh.includes(c) || change.redrawn) draw(c);
   }
   // Into its container (which may come later in the list) or its window, in the list's order.
   for (const c of fresh) holderOf(c).appendChild(c.el);
   if (rehoming) rehome();
+  // The pieces' layer stands where their elements begin.
+  if ((fresh.length > 0 || rehoming) && pieces.all.length > 0) pieces.all[0].el.before(pieces.layer);
+  paintPieces();
   if ('focus' in s) page.focus = s.focus;
   focusAsTheGameHasIt('focus' in s);
   schedule();
@@ -289,6 +452,7 @@ function layout() {
   const at = (id, [left, top, width, height]) => Object.assign(byId(id).style,
     { left: `${left}px`, top: `${top}px`, width: `${width}px`, height: `${height}px` });
   size('main', sizes.main);
+  sizePieces(sizes.main, sharper);
   size('closing', sizes.closing);
   at('news', sizes.news);
   Object.assign(byId('news').style, { fontSize: `${sizes.newsPx}px`,

@@ -25,13 +25,72 @@ HELPERS = r'''window.T = {
   text: (name) => name === 'news' ? document.getElementById('news').textContent : T.view(name).v.caption,
   shown: (name) => { const el = name === 'news' ? document.getElementById('news') : T.el(name);
                      return !el.hidden && el.offsetParent !== null; },
-  // The colour of a picture's canvas at (x, y), fractions of its size: [r, g, b, alpha].
-  colour: (name, x, y) => { const c = T.view(name).canvas; return Array.from(c.getContext('2d')
-    .getImageData(Math.floor(c.width * x), Math.floor(c.height * y), 1, 1).data); },
+  // The colour of a picture's canvas at (x, y), fractions of its size: [r, g, b, alpha]; of a
+  // piece, as the window shows it where the view puts it.
+  colour: (name, x, y) => {
+    const c = T.view(name), [left, top, width, height] = c.v.rect.map((v) => v * devicePixelRatio);
+    return c.v.piece ? T.seen(Math.floor(left + width * x), Math.floor(top + height * y))
+                     : T.pixel(c.canvas, c.canvas.width * x, c.canvas.height * y); },
+  pixel: (canvas, x, y) =>
+    Array.from(canvas.getContext('2d').getImageData(Math.floor(x), Math.floor(y), 1, 1).data),
+  // What the window shows at pixel (x, y) of its device pixels where the pieces go: the pieces'
+  // layer over the pitch's canvas, read through the canvas's place on the screen (a turned
+  // pitch's canvas is turned a quarter clockwise: its top runs down the right of its box).
+  seen: (x, y) => {
+    const layer = Module.page.pieces.layer, grass = T.view('Grass'), ratio = devicePixelRatio;
+    const over = layer.hidden ? [0, 0, 0, 0] : T.pixel(layer, x, y);
+    if (over[3] === 255) return over;
+    const box = grass.canvas.getBoundingClientRect();
+    const main = document.getElementById('main').getBoundingClientRect();
+    const across = main.x + (x + 0.5) / ratio - box.x, down = main.y + (y + 0.5) / ratio - box.y;
+    return grass.v.turned ? T.pixel(grass.canvas, down * ratio, (box.width - across) * ratio)
+                          : T.pixel(grass.canvas, across * ratio, down * ratio);
+  },
+  // The pieces on show whose centre the window does not show as their picture's centre (those
+  // under another piece there aside).
+  misplaced: () => {
+    const ratio = devicePixelRatio, pieces = [...Module.page.views.values()]
+      .filter((c) => c.v.piece && c.v.shown);
+    const centre = (c) => [Math.round(c.v.rect[0] * ratio) + Math.floor(c.picture.width / 2),
+                           Math.round(c.v.rect[1] * ratio) + Math.floor(c.picture.height / 2)];
+    const covers = (c, [x, y]) => { const [left, top, width, height] = c.v.rect.map((v) => v * ratio);
+                                    return left <= x && x < left + width && top <= y && y < top + height; };
+    return pieces.filter((c, i) => !pieces.slice(i + 1).some((above) => covers(above, centre(c))) &&
+      String(T.seen(...centre(c))) !== String(T.pixel(c.picture, c.picture.width / 2, c.picture.height / 2)))
+      .map((c) => c.name);
+  },
+  // How many bytes of the pitch's canvas and of the pieces' layer differ from each painted
+  // afresh, with every piece on show on it where the view puts it, bottom to top: a piece's
+  // trail, or a piece not painted where it went.
+  stale: () => {
+    const p = Module.page.pieces, ratio = devicePixelRatio;
+    const grass = T.view('Grass'), [left, top] = grass.v.rect.map((v) => Math.round(v * ratio));
+    let wrong = 0;
+    for (const [canvas, on, under, x, y] of [[p.layer, 'layer', null, 0, 0],
+                                             [grass.canvas, 'ground', p.under, left, top]]) {
+      const fresh = document.createElement('canvas');
+      [fresh.width, fresh.height] = [canvas.width, canvas.height];
+      const ctx = fresh.getContext('2d');
+      if (under) ctx.drawImage(under, 0, 0);
+      for (const c of Module.page.views.values())
+        if (c.v.piece && c.v.shown && c.on === on)
+          ctx.drawImage(c.picture, Math.round(c.v.rect[0] * ratio) - x, Math.round(c.v.rect[1] * ratio) - y);
+      const seen = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height).data;
+      const painted = ctx.getImageData(0, 0, fresh.width, fresh.height).data;
+      wrong += seen.reduce((n, byte, i) => n + (byte !== painted[i]), 0);
+    }
+    return wrong;
+  },
+  // A piece's own picture at (x, y), fractions of its size.
+  picture: (name, x, y) => { const p = T.view(name).picture; return T.pixel(p, p.width * x, p.height * y); },
   flags: () => [...Array(8).keys()].filter((d) => T.shown(`CDdest(${d})`)),
   players: () => [...Array(22).keys()].map((i) => `Player(${i + 1})`).filter(T.shown),
-  centre: (name) => { const r = T.el(name).getBoundingClientRect();
-                      return [r.x + r.width / 2, r.y + r.height / 2]; },
+  // Where a control's centre is on the page; a piece's, where the view paints it in the window.
+  centre: (name) => {
+    const c = T.view(name), w = document.getElementById('main').getBoundingClientRect();
+    const r = c.v.piece ? { x: w.x + c.v.rect[0], y: w.y + c.v.rect[1], width: c.v.rect[2],
+                            height: c.v.rect[3] } : c.el.getBoundingClientRect();
+    return [r.x + r.width / 2, r.y + r.height / 2]; },
   message: () => document.getElementById('message').open &&
                  document.getElementById('message-title').textContent,
   // What the page presents, read from its elements as a browser hands them to assistive
@@ -95,6 +154,12 @@ def first_paint():
     assert all(a == 255 and g > r + 40 and g > b + 40 for r, g, b, a in pitch), f'green? {pitch}'
     painted = js('T.players().map((p) => T.colour(p, 0.5, 0.5)[3])')
     assert painted == [255] * 22, f'22 players on show, every one painted: {painted}'
+    assert js('T.stale()') == 0 and not js('T.misplaced()'), \
+        'the pieces are painted where they stand and nowhere else'
+    # In one call: a wake of the page's in between would paint the pieces again anyway.
+    assert js("T.el('Grass').dispatchEvent(new PointerEvent('pointerenter')) && T.stale()") == 0 \
+        and not js('T.misplaced()'), \
+        'the pitch drawn anew under the mouse keeps the ball on it'
     teams = js("[1, 12].map((p) => T.view(`Player(${p})`).v.back)"
                     ".concat([1, 2].map((s) => T.el(`Team(${s})`).value))")
     assert teams[0] != teams[1] and all(teams), f'two teams, two colours, two names: {teams}'
@@ -155,6 +220,9 @@ def kick():
     wait("T.flags().length === 0 && T.view('Cdice').v.back === '#ffffff'",
               'the flags go once one is clicked, the kick ends and the die is ready')
     assert js("T.view('Ball').v.rect") != ball, f'the ball left {ball}'
+    assert js("T.colour('Ball', 0.5, 0.5)") == js("T.picture('Ball', 0.5, 0.5)") and \
+        js('T.stale()') == 0, \
+        'the ball is painted where it went, and nothing is left where it was'
     (bx, by), square = js("T.centre('Ball')"), js("T.el('Grass').clientWidth / 16")
     nearest = min(((px - bx) ** 2 + (py - by) ** 2) ** 0.5
                   for px, py in js('T.players().map(T.centre)'))

@@ -95,6 +95,11 @@ def keeps_the_rules(moment):
     assert not wrong, f'{moment}: ' + '; '.join(wrong)
 
 
+def pieces_painted(moment):
+    wrong = js('T.misplaced()')
+    assert not wrong, f'{moment}: not painted where the view puts them, upright: {wrong}'
+
+
 def panel_keeps_the_rules(moment, name):
     tap_menu()
     wait("!document.getElementById('panel').hidden", 'the menu opens the panel')
@@ -127,6 +132,7 @@ def play(url):
     js(page.HELPERS)
     assert js("T.view('Grass').v.turned"), 'upright, the pitch is turned to fill the screen'
     keeps_the_rules('upright at load')
+    pieces_painted('upright at load')
     shot('touch-portrait-load.png')
     panel_keeps_the_rules('upright', 'portrait')
 
@@ -149,6 +155,7 @@ def play(url):
     play_until('45:00')
     wait('T.flags().length > 0 || T.view("Cdice").v.enabled', 'the match goes on')
     keeps_the_rules('upright at half time')
+    pieces_painted('upright at half time')
     shot('touch-portrait-halftime.png')
 
     # Turned, the page is laid out anew and nothing of the match is lost.
@@ -166,6 +173,7 @@ def play(url):
             break
         tap('Cdice')
     keeps_the_rules('turned, flags offered')
+    pieces_painted('turned, flags offered')
     shot('touch-landscape-flags.png')
 
     play_until('90:00')
@@ -175,6 +183,7 @@ def play(url):
     shot('touch-landscape-fulltime.png')
     turn(PORTRAIT)
     keeps_the_rules('upright at full time')
+    pieces_painted('upright at full time')
     shot('touch-portrait-fulltime.png')
 
     tap_menu()
