@@ -117,6 +117,8 @@ def soak(html, out, inputs, seed):
             else:
                 device, last = one_input(rng, screen, targets, device)
                 done += 1
+                if done % 1000 == 0:
+                    print(f'{done} inputs, {opened} pages', flush=True)  # a long run's progress
             errors, ended, answer, screen, targets = page.driver.execute_script(LOOK)
         except WebDriverException as e:
             raise AssertionError(f'at input {done + 1}, after {last}, the page does not answer: '
