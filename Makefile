@@ -6,6 +6,7 @@
 # make soak    - a long run of the randomised harness (SOAK_SEEDS=1-10 SOAK_STEPS=50000)
 # make mutants - plant each fault of tools/mutants/faults.txt in turn; tests likeliest first
 # make web     - the game as one HTML page that plays offline: build-web/quorvel.html
+# make soak-web - the page given random input in headless Chromium (SOAK_INPUTS=100000 SOAK_SEED=1)
 BUILD ?= build
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
@@ -13,7 +14,7 @@ JOBS ?= $(shell nproc)
 # Debian packages the build and the tests need (make deps PACKAGES="..." installs others).
 PACKAGES := cmake ninja-build g++ make libgtest-dev libbenchmark-dev qt6-base-dev qt6-svg-dev
 
-.PHONY: deps configure build run test bench bench-window soak package mutants web clean
+.PHONY: deps configure build run test bench bench-window soak soak-web package mutants web clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -78,6 +79,16 @@ web: deps
 	emcmake cmake -S . -B $(WEB_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_APP=OFF \
 	  -DQUORVEL_BENCH=OFF -DBUILD_TESTING=OFF $(CMAKE_FLAGS) && \
 	cmake --build $(WEB_BUILD) -j $(JOBS) --target $(WEB_TARGETS)
+
+# The page's soak: random taps, clicks, keys, resizes and turns, each match's end replayed under
+# Node. A journal that parts from its replay is kept in $(WEB_BUILD)/soak/.
+SOAK_INPUTS ?= 100000
+SOAK_SEED ?= 1
+soak-web: PACKAGES += chromium chromium-driver python3-selenium
+soak-web: WEB_TARGETS = quorvel_page quorvel_replay
+soak-web: web
+	nice -n 10 /usr/bin/python3 tests/web/soak_test.py $(WEB_BUILD)/quorvel.html $(WEB_BUILD)/soak \
+	  --inputs $(SOAK_INPUTS) --seed $(SOAK_SEED)
 
 clean:
 	rm -rf $(BUILD) $(WEB_BUILD)

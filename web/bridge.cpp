@@ -16,7 +16,9 @@
 
 #include "events/events.h"
 #include "events/pace.h"
+#include "form_paths.h"
 #include "match/match_form.h"
+#include "session.h"
 #include "ui/announcements.h"
 #include "ui/layout.h"
 #include "ui/pictures.h"
@@ -32,14 +34,12 @@ EM_JS(void, pageShowMessage, (const char* title, const char* text, bool critical
       { Module.page.showMessage(UTF8ToString(title), UTF8ToString(text), critical); });
 EM_JS(bool, pageOpenUrl, (const char* url), { return Module.page.openUrl(UTF8ToString(url)); });
 EM_JS(void, pageQuit, (), { Module.page.quit(); });
+// A test that replays the page's inputs asks, before the page loads, for their journal.
+EM_JS(bool, pageKeepsJournal, (), { return Boolean(globalThis.quorvelJournal); });
 // NOLINTEND
 
-struct Game {
-  std::unique_ptr<MatchForm> form;
-  std::unique_ptr<Pace> pace;
-  std::unique_ptr<Announcer> announcer;
+struct Game : Session {
   std::unique_ptr<FormView> main, closing;
-  std::map<std::string, Control*, std::less<>> byName;
   std::string newsSent;  // the news as last sent
   bool formSent = false;
   bool shown = false, closingShown = false, ended = false;  // the windows as last sent
@@ -190,28 +190,17 @@ std::string shape(const Shape& s) {
   return out + "}";
 }
 
-Control* find(const std::string& name) {
-  const auto it = game.byName.find(name);
-  return it == game.byName.end() ? nullptr : it->second;
-}
-
 // ---- what page.js calls --------------------------------------------------------------------
 
 void start(double wallMs) {
-  game.form = newMatchForm(std::random_device{}());
-  MatchForm& f = *game.form;
-  game.pace = std::make_unique<Pace>(f);
-  game.announcer = std::make_unique<Announcer>(f);
-  game.main = std::make_unique<FormView>(f, FormWindowId::Main);
-  game.closing = std::make_unique<FormView>(f, FormWindowId::Closing);
-  f.platform.showMessage = [](const Message& m) {
-    game.pace->hold();  // released by the page when the box is closed
+  game.showMessage = [](const Message& m) {
     pageShowMessage(m.Title.c_str(), messageLines(m.Text).c_str(), m.critical);
   };
-  f.platform.openUrl = [](const std::string& url) { return pageOpenUrl(url.c_str()); };
-  f.platform.quit = [] { pageQuit(); };
-  forEachControl(f, [](Control& c) { game.byName[c.name] = &c; });
-  game.pace->start(static_cast<Millis>(wallMs));
+  game.openUrl = [](const std::string& url) { return pageOpenUrl(url.c_str()); };
+  game.quit = [] { pageQuit(); };
+  game.start(std::random_device{}(), wallMs, pageKeepsJournal());
+  game.main = std::make_unique<FormView>(*game.form, FormWindowId::Main);
+  game.closing = std::make_unique<FormView>(*game.form, FormWindowId::Closing);
 }
 
 // The panel's button: its caption and whether the panel is open.
@@ -336,48 +325,29 @@ double fitText(double fontPx, double boxWidth, double textWidth) {
   return game.main->fitted(fontPx, boxWidth, textWidth);
 }
 
-// Brings the game up to the wall clock, telling what happened until then, as the window does
-// before a person's input lands.
-void catchUp(double wallMs) {
-  game.pace->catchUp(static_cast<Millis>(wallMs));
-  game.announcer->update(*game.form);
-}
-
-// A person's input, through the window's own entry points, at the moment it happened.
+// A person's input and the time, through the session that can journal them.
 void click(const std::string& name, double wallMs) {
-  catchUp(wallMs);
-  if (Control* c = find(name)) userClick(*game.form, *c);
+  game.click(name, wallMs);
 }
 void clickClosing(double wallMs) {
-  catchUp(wallMs);
-  userClickLinksForm(*game.form);
+  game.clickClosing(wallMs);
 }
 void key(int keyAscii, double wallMs) {
-  if (!reachesGame(static_cast<std::uint32_t>(keyAscii))) return;
-  catchUp(wallMs);
-  userKey(*game.form, keyAscii);
+  game.key(keyAscii, wallMs);
 }
 bool edit(const std::string& name, const std::string& text, double wallMs) {
-  catchUp(wallMs);
-  Control* c = find(name);
-  return c != nullptr && c->kind == Kind::TextBox &&
-         userEdit(*game.form, static_cast<TextBox&>(*c), text);
+  return game.edit(name, text, wallMs);
 }
 void scroll(const std::string& name, int value, double wallMs) {
-  catchUp(wallMs);
-  Control* c = find(name);
-  if (c != nullptr && c->kind == Kind::ScrollBar)
-    userScroll(*game.form, static_cast<ScrollBar&>(*c), value);
+  game.scroll(name, value, wallMs);
 }
 // The person moved the keyboard focus to control `name`.
 void focus(const std::string& name) {
-  if (find(name) != nullptr) game.form->ActiveControl = name;
+  game.focusOn(name);
 }
-
 // Time: wake at `wallMs`; true when what is on show may have changed or there is news.
 bool wake(double wallMs) {
-  const bool ticked = game.pace->wake(static_cast<Millis>(wallMs));
-  return !game.announcer->update(*game.form).empty() || ticked;
+  return game.wake(wallMs);
 }
 // Milliseconds until the next wake-up, -1 for none until the person acts.
 double nextWakeIn(double wallMs) {
@@ -389,7 +359,15 @@ double virtualTime() {
 }
 // The message box was closed: the game goes on from where it stood.
 void messageClosed(double wallMs) {
-  game.pace->release(static_cast<Millis>(wallMs));
+  game.messageClosed(wallMs);
+}
+
+// For a test: every input since start, and the whole state as the headless driver dumps it.
+std::string journal() {
+  return game.journal();
+}
+std::string dump() {
+  return FormPaths(*game.form).dump();
 }
 
 }  // namespace
@@ -414,6 +392,8 @@ EMSCRIPTEN_BINDINGS(quorvel) {
   emscripten::function("nextWakeIn", &nextWakeIn);
   emscripten::function("messageClosed", &messageClosed);
   emscripten::function("virtualTime", &virtualTime);
+  emscripten::function("journal", &journal);
+  emscripten::function("dump", &dump);
 }
 
 }  // namespace quorvel
