@@ -615,7 +615,8 @@ void FormWindow::resizeEvent(QResizeEvent* e) {
 
 void FormWindow::paintEvent(QPaintEvent* e) {
   QPainter p(this);
-  // A rectangle at a time: where the clip is one rectangle, Qt fills it line by line.
+  // A rectangle at a time: a region of several rectangles Qt fills span by span, one
+  // rectangle under its own clip it fills straight.
   const QColor back = toQColor(f_.BackColor);
   const QRegion& region = e->region();
   for (const QRect& r : region) {
