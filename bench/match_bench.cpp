@@ -9,6 +9,7 @@
 #include "match/codes.h"
 #include "match/match.h"
 #include "sim.h"
+#include "view/form_view.h"
 
 namespace quorvel {
 namespace {
@@ -81,6 +82,22 @@ void IdleSecond(benchmark::State& state) {
                                                benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(IdleSecond)->Unit(benchmark::kMicrosecond);
+
+// What the view does at each wake-up of a front while the ball idles: a tick of the ball timer,
+// then a glance at what changed on screen, at every control or at what the ticks may change.
+void IdleGlance(benchmark::State& state) {
+  auto f = readyMatch();
+  FormView view(*f, FormWindowId::Main);
+  const bool afterTicks = state.range(0) != 0;
+  if (afterTicks) f->Sched.watch([&view](const Timer& t) { view.tickComing(t); });
+  view.place(fitInto(view.client(), 1200, 900));
+  view.glance();
+  for (auto _ : state) {
+    f->Sched.advance(15);
+    benchmark::DoNotOptimize((afterTicks ? view.glanceAfterTicks() : view.glance()).size());
+  }
+}
+BENCHMARK(IdleGlance)->ArgName("afterTicks")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace quorvel

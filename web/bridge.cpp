@@ -45,6 +45,7 @@ struct Game : Session {
   bool shown = false, closingShown = false, ended = false;  // the windows as last sent
   Colour back;
   std::string focus;
+  std::uint64_t inputsSent = 0;  // the session's count of inputs at the last glance
 };
 Game game;
 
@@ -136,9 +137,9 @@ std::string viewOf(const ControlView& v, bool closing, bool whole) {
 }
 
 // Each change of `view` since its last glance: the whole control at first, only its place
-// when it only moved.
-void appendChanges(FormView& view, bool closing, bool first, std::string& out) {
-  for (const FormView::Change& ch : view.glance()) {
+// when it only moved. After ticks alone, only what they may have changed is looked at.
+void appendChanges(FormView& view, bool closing, bool first, bool ticksAlone, std::string& out) {
+  for (const FormView::Change& ch : ticksAlone ? view.glanceAfterTicks() : view.glance()) {
     const ControlView& v = view.controls()[static_cast<std::size_t>(ch.index)];
     out += (out.back() == '{' ? "" : ",") + quoted(v.control->name) + ":";
     if (!ch.redrawn && !ch.restated)
@@ -201,6 +202,10 @@ void start(double wallMs) {
   game.start(std::random_device{}(), wallMs, pageKeepsJournal());
   game.main = std::make_unique<FormView>(*game.form, FormWindowId::Main);
   game.closing = std::make_unique<FormView>(*game.form, FormWindowId::Closing);
+  game.form->Sched.watch([](const Timer& t) {
+    game.main->tickComing(t);
+    game.closing->tickComing(t);
+  });
 }
 
 // The panel's button: its caption and whether the panel is open.
@@ -261,8 +266,10 @@ std::string changes() {
   const bool first = !game.formSent;
   // The controls first: where the focus is in the closing window depends on what is on show.
   std::string controls = "{";
-  appendChanges(*game.main, false, first, controls);
-  appendChanges(*game.closing, true, first, controls);
+  const bool ticksAlone = game.inputs() == game.inputsSent;
+  game.inputsSent = game.inputs();
+  appendChanges(*game.main, false, first, ticksAlone, controls);
+  appendChanges(*game.closing, true, first, ticksAlone, controls);
   std::string out = "{";
   auto field = [&](std::string_view name, const std::string& value) {
     out += (out.size() > 1 ? "," : "") + quoted(name) + ":" + value;

@@ -20,6 +20,7 @@ Millis whole(double wallMs) {
 // that it may hold anything.
 template <typename... Words>
 void Session::note(char what, const Words&... words) {
+  if (what != 'w') ++inputs_;
   if (!journaling_) return;
   journal_ += what;
   ((journal_ += ' ', journal_ += words), ...);

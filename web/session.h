@@ -40,6 +40,8 @@ class Session {
   Control* find(const std::string& name) const;
   // Every call since start, one a line (start's own line first).
   const std::string& journal() const { return journal_; }
+  // How many calls since start were not wake-ups: what may change more than a tick can.
+  std::uint64_t inputs() const { return inputs_; }
 
   std::unique_ptr<MatchForm> form;
   std::unique_ptr<Pace> pace;
@@ -53,6 +55,7 @@ class Session {
   std::map<std::string, Control*, std::less<>> byName_;
   bool journaling_ = false;
   std::string journal_;
+  std::uint64_t inputs_ = 0;
 };
 
 // Plays `journal` into a new session whose pages open as the journal says they did. Returns

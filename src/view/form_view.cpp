@@ -6,6 +6,7 @@
 #include <functional>
 #include <limits>
 
+#include "events/events.h"
 #include "ui/accessible_names.h"
 #include "ui/pictures.h"
 #include "view/tab_order.h"
@@ -345,6 +346,7 @@ bool FormView::tuckedAway(const Control& c) const {
 
 void FormView::look() {
   for (ControlView& v : views_) describe(v);
+  lookAtAll_ = true;  // the glances' record no longer says what the views held
 }
 
 const ControlView* FormView::find(std::string_view name) const {
@@ -503,6 +505,35 @@ std::vector<FormView::Change> FormView::glance() {
     compare(i, changes);
   }
   seenAll_ = true;
+  lookAtAll_ = false;
+  for (const std::size_t i : ticked_) isTicked_[i] = false;
+  ticked_.clear();
+  return changes;
+}
+
+void FormView::tickComing(const Timer& t) {
+  if (lookAtAll_) return;
+  isTicked_.resize(views_.size());
+  const bool bounded = tickReach(f_, t, [this](Control& c) {
+    const ControlView* v = find(c);
+    if (v == nullptr) return;
+    const auto i = static_cast<std::size_t>(v - views_.data());
+    if (!isTicked_[i]) isTicked_[i] = true, ticked_.push_back(i);
+  });
+  if (!bounded) lookAtAll_ = true;
+}
+
+std::vector<FormView::Change> FormView::glanceAfterTicks() {
+  if (lookAtAll_ || !seenAll_) return glance();
+  // In the order of the controls, as a glance at all of them lists them.
+  std::sort(ticked_.begin(), ticked_.end());
+  std::vector<Change> changes;
+  for (const std::size_t i : ticked_) {
+    describe(views_[i]);
+    compare(i, changes);
+    isTicked_[i] = false;
+  }
+  ticked_.clear();
   return changes;
 }
 

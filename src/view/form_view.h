@@ -120,7 +120,10 @@ class FormView {
   const CompactLayout* compact() const { return compact_ ? &*compact_ : nullptr; }
   // On a small screen, whether the panel is open; opening or closing it is the next glance's.
   bool panelOpen() const { return panelOpen_; }
-  void openPanel(bool open) { panelOpen_ = open; }
+  void openPanel(bool open) {
+    panelOpen_ = open;
+    lookAtAll_ = true;
+  }
   const Placement& placement() const { return placement_; }
   const MatchForm& form() const { return f_; }
   ClientSize client() const;
@@ -140,6 +143,13 @@ class FormView {
   };
   // Looks at the form again: what changed since the last glance (everything at the first).
   std::vector<Change> glance();
+  // A tick of timer `t` is about to run: what it may change is what the next glance after
+  // ticks alone looks at (every control when the tick may change anything).
+  void tickComing(const Timer& t);
+  // A glance when nothing but ticks has happened to the form since the last glance: at what
+  // those ticks may have changed, as tickComing() heard of them. Cheaper than a glance at every
+  // control while the ball idles; the same list.
+  std::vector<Change> glanceAfterTicks();
 
   // Describes every control anew, as the form is now, leaving the glances' record alone: what a
   // front that keeps its own record of what it showed asks for before it reads the view.
@@ -191,6 +201,11 @@ class FormView {
   std::vector<int> tabOf_;          // its place in order_ for each view, from 1; 0 for none
   std::vector<ControlView> seen_;   // each view as the last glance listed it
   bool seenAll_ = false;
+  // What the ticks since the last glance may have changed: the views' indices, and each
+  // view's mark of being among them; everything when lookAtAll_.
+  std::vector<std::size_t> ticked_;
+  std::vector<bool> isTicked_;
+  bool lookAtAll_ = true;
 };
 
 // What a person meets in the window as the view last saw it, as the fronts' tests compare it:

@@ -88,6 +88,13 @@ inline void kick(MatchForm& f, int owner, int col, int row, int die, int flag,
   press(f, f.CDdest[flag]);
 }
 
+// The first flag on show, clockwise from up; -1 for none.
+inline int firstFlag(const MatchForm& f) {
+  for (int d = 0; d < 8; ++d)
+    if (f.CDdest[d].Visible) return d;
+  return -1;
+}
+
 // A match under way, kicked off by the left side, its walk over; giveBall moves the ball.
 class MatchUnderWay : public ::testing::Test {
  protected:

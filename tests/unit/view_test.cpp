@@ -127,6 +127,37 @@ TEST(View, AGlanceListsWhatChangedAndHow) {
   }
 }
 
+// Between inputs, a glance at what the ticks may have changed lists what a glance at every
+// control lists, through walks, rolls, kicks and 50/50s.
+TEST(View, AGlanceAfterTicksAloneMissesNothing) {
+  auto f = newMatchForm(4);
+  FormView every(*f, FormWindowId::Main), ticked(*f, FormWindowId::Main);
+  f->Sched.watch([&ticked](const Timer& t) { ticked.tickComing(t); });
+  const auto listed = [&every](const std::vector<FormView::Change>& changes) {
+    std::string all;
+    for (const FormView::Change& c : changes)
+      all += every.controls()[static_cast<std::size_t>(c.index)].control->name +
+             (c.moved ? "m" : "") + (c.redrawn ? "r" : "") + (c.restated ? "s" : "") + " ";
+    return all;
+  };
+  userClick(*f, f->CDgo);
+  int contests = 0;
+  for (int step = 0; step < 6000 && f->Goals[1].Text == "0" && f->Goals[2].Text == "0"; ++step) {
+    bool input = true;
+    if (f->DiceReady == kDiceReady && !f->TimPlace.Enabled())
+      userClick(*f, f->Cdice);
+    else if (const int d = test::firstFlag(*f); d >= 0 && f->KickFlag == -1)
+      userClick(*f, f->CDdest[d]);
+    else
+      input = false, f->Sched.advance(15);
+    const std::string all = listed(every.glance());
+    ASSERT_EQ(listed(input ? ticked.glance() : ticked.glanceAfterTicks()), all)
+        << "step " << step << " at " << f->TXtim.Text;
+    contests += f->ContestWin != kNoContest && f->KickTicks == 1;
+  }
+  EXPECT_GT(contests, 0);  // the names and scores have slid
+}
+
 TEST(View, AMovingControlKeepsItsSizeWhereverItStands) {
   auto f = newMatchForm(1);
   FormView view(*f, FormWindowId::Main);
