@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -99,12 +100,16 @@ inline void raise(const std::function<void()>& handler) {
   if (handler) handler();
 }
 
-// Index of `c` in the control array `arr`, or -1.
+// Index of `c` in the control array `arr`, or -1. Asked of every control at every look at the
+// screen: found from where `c` stands in memory, then checked, rather than searched for.
 template <typename Arr>
 int indexIn(const Arr& arr, const Control& c) {
-  for (std::size_t i = 0; i < arr.size(); ++i)
-    if (static_cast<const Control*>(&arr[i]) == &c) return static_cast<int>(i);
-  return -1;
+  if (arr.size() == 0) return -1;
+  const auto at = reinterpret_cast<std::uintptr_t>(&c);
+  const auto first = reinterpret_cast<std::uintptr_t>(static_cast<const Control*>(&arr[0]));
+  if (at < first) return -1;
+  const std::size_t i = (at - first) / sizeof(arr[0]);
+  return i < arr.size() && static_cast<const Control*>(&arr[i]) == &c ? static_cast<int>(i) : -1;
 }
 
 // The words a control shows: a caption, or a text box's text; empty for a picture or a scroll

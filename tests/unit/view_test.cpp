@@ -168,6 +168,12 @@ TEST(View, AMovingControlKeepsItsSizeWhereverItStands) {
   view.glance();
   EXPECT_EQ(view.find("Ball")->rect.width, ball.width);
   EXPECT_NE(view.find("Ball")->rect.x, ball.x);
+  // A new size moves what no tick touched: the next glance after ticks looks at everything.
+  view.place(fitInto(view.client(), 900, 600));
+  const std::vector<FormView::Change> moved = view.glanceAfterTicks();
+  EXPECT_TRUE(std::any_of(moved.begin(), moved.end(), [&view](const FormView::Change& c) {
+    return c.moved && view.controls()[static_cast<std::size_t>(c.index)].control->name == "Grass";
+  }));
 }
 
 }  // namespace
