@@ -60,9 +60,6 @@ class Harness {
   bool breakPromise(std::string what);
   void baseline();
   bool check();
-  // After a tick: every control whose look changed is one the tick said it may change.
-  bool checkReach(const std::vector<std::uint64_t>& before,
-                  const std::vector<const Control*>& reach, bool bounded);
   // One function a promise, in the order they are judged; each returns false once it breaks.
   void noteNewMatch();
   bool checkSideToPlay();
@@ -83,11 +80,9 @@ class Harness {
   std::unique_ptr<MatchForm> form_;
   std::unique_ptr<StateView> view_;  // the whole state as one number
   std::vector<Control*> controls_;
-  std::vector<StateView> shown_;  // all a window shows of each control: its properties
-  std::int64_t steps_ = 0;        // inputs and advances taken
+  std::int64_t steps_ = 0;  // inputs and advances taken
   Fault fault_;
   std::deque<std::string> recent_;
-  std::int64_t ticks_ = 0;  // ticks run by advance(), counted for the sampling of checkReach
 
   // What the promises compare against: the state at the last check.
   struct Seen {
