@@ -28,7 +28,6 @@
 #include "match/pitch.h"
 #include "match_window.h"
 #include "pictures.h"
-#include "ui/accessible_names.h"
 #include "ui/ui.h"
 
 using namespace quorvel;
@@ -285,13 +284,7 @@ class WindowTest : public QObject {
     QCOMPARE(g.f->Team[2].Text, std::string("Team 25"));
     QCoreApplication::processEvents();  // the views catch up
     QCOMPARE(g.w->focusWidget(), g.widget("Cdice"));
-    // The flags the roll offers appear where the model has them and take a click.
-    for (int k = 0; k < 8; ++k) {
-      auto* flag = g.widget("CDdest(" + std::to_string(k) + ")");
-      QCOMPARE(flag->isVisible(), g.f->CDdest[k].Visible);
-      if (flag->isVisible())
-        QCOMPARE(flag->geometry().center(), atScaleOne(g.f->CDdest[k]).center());
-    }
+    // The flags the roll offers take a click.
     const int k = firstFlag(*g.f);
     QVERIFY(k >= 0);
     QTest::mouseClick(g.widget("CDdest(" + std::to_string(k) + ")"), Qt::LeftButton);
@@ -526,9 +519,6 @@ class WindowTest : public QObject {
     QCOMPARE(ball->rect(),
              QRect(layer.mapToGlobal(layer.rectOf(23).topLeft()), layer.rectOf(23).size()));
     QCOMPARE(pieces->childAt(ball->rect().center().x(), ball->rect().center().y()), ball);
-    QCOMPARE(pieces->child(9)->text(QAccessible::Name),
-             QString::fromStdString(accessibleName(*g.f, g.f->Player[9])));
-    QVERIFY(pieces->child(0)->state().invisible);  // no substitute yet
 
     // The press action is a click: a swatch changes its colour in the model.
     const Colour before = g.f->RainB[3].BackColor;
@@ -536,13 +526,9 @@ class WindowTest : public QObject {
         ->actionInterface()
         ->doAction(QAccessibleActionInterface::pressAction());
     QVERIFY(g.f->RainB[3].BackColor != before);
-    // The scroll bars say what they set and its value; the option buttons their state.
+    // The scroll bars say their value (their names, roles and the rest: the parity test).
     auto* iq = QAccessible::queryAccessibleInterface(g.widget("Hai"));
-    QVERIFY(iq->text(QAccessible::Name).contains(QStringLiteral("IQ")));
     QCOMPARE(iq->valueInterface()->currentValue().toInt(), g.f->Hai.Value);
-    auto* free = QAccessible::queryAccessibleInterface(g.widget("OpMode(0)"));
-    QCOMPARE(free->role(), QAccessible::RadioButton);
-    QVERIFY(free->state().checked);
     // The roll was told on the news line, whose name is what a screen reader hears.
     auto* news = QAccessible::queryAccessibleInterface(const_cast<QLabel*>(&g.w->news()));
     QVERIFY2(news->text(QAccessible::Name).contains(QStringLiteral(" rolled ")),

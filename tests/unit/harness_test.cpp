@@ -11,7 +11,7 @@
 namespace quorvel::harness {
 namespace {
 
-TEST(Harness, SeededRunsKeepEveryPromiseAndReplayExactly) {
+TEST(Harness, SeededRunsKeepEveryPromise) {
   unsigned long long first = 1, last = 4, steps = 5000;
   if (const char* seeds = std::getenv("QUORVEL_HARNESS_SEEDS")) {
     ASSERT_EQ(std::sscanf(seeds, "%llu-%llu", &first, &last), 2) << "seeds are A-B: " << seeds;
@@ -23,11 +23,6 @@ TEST(Harness, SeededRunsKeepEveryPromiseAndReplayExactly) {
     Harness h(seed);
     ASSERT_TRUE(h.run(static_cast<std::int64_t>(steps))) << h.report();
   }
-  Harness a(11), b(11);
-  a.run(1500);
-  b.run(1500);
-  EXPECT_EQ(a.recent(), b.recent());
-  EXPECT_EQ(a.form().Sched.now(), b.form().Sched.now());
 }
 
 }  // namespace

@@ -68,8 +68,10 @@ TEST(View, EveryControlSaysWhatItIsAndWhose) {
   EXPECT_EQ(at("Player(14)").role, Role::Graphic);
   EXPECT_EQ(at("Player(14)").name.rfind(f->Team[2].Text + " number 3, column ", 0), 0u);
   EXPECT_EQ(at("Cdice").name, "Die, showing 3");  // the flags' names: in the announcements' test
-  // Whatever can take the focus or be read on show has a name and a role.
+  // Whatever can take the focus or be read on show has a name and a role; every control has
+  // its place in the stored layout, which is written by hand beside the table of controls.
   for (const ControlView& v : view.controls()) {
+    EXPECT_GT(v.control->Width * v.control->Height, 0) << v.control->name << " has no place";
     if (v.shown && (v.focusable || v.role == Role::Graphic || v.role == Role::Group)) {
       EXPECT_FALSE(v.name.empty()) << v.control->name;
     }

@@ -145,9 +145,6 @@ def play(url):
     shot('touch-tip.png')
     tap('Chq')
     wait("T.view('Chq').v.checked === 1", 'a tap ticks Quickplay')
-    tap('CDhelp')
-    wait("T.message() === 'Free Quorvel'", 'a tap on Help opens its message box')
-    js("document.getElementById('message').close()")
     tap_menu()
     wait("document.getElementById('panel').hidden", 'the panel closes')
 
