@@ -4,22 +4,11 @@ namespace quorvel {
 
 const char* kindName(Kind k) {
   switch (k) {
-    case Kind::Picture:
-      return "picture";
-    case Kind::TextBox:
-      return "text box";
-    case Kind::CommandButton:
-      return "command button";
-    case Kind::CheckBox:
-      return "check box";
-    case Kind::OptionButton:
-      return "option button";
-    case Kind::ScrollBar:
-      return "scroll bar";
-    case Kind::Frame:
-      return "frame";
-    case Kind::Label:
-      return "label";
+#define QUORVEL_KIND_NAME(kind, words) \
+  case Kind::kind:                     \
+    return words;
+    QUORVEL_CONTROL_KINDS(QUORVEL_KIND_NAME)
+#undef QUORVEL_KIND_NAME
   }
   return "control";
 }

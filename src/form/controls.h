@@ -9,19 +9,18 @@
 #include <string>
 
 #include "form/colour.h"
+#include "form/control_properties.def"
 
 namespace quorvel {
 
 enum class Kind {
-  Picture,
-  TextBox,
-  CommandButton,
-  CheckBox,
-  OptionButton,
-  ScrollBar,
-  Frame,
-  Label
+#define QUORVEL_KIND_ENUM(kind, words) kind,
+  QUORVEL_CONTROL_KINDS(QUORVEL_KIND_ENUM)
+#undef QUORVEL_KIND_ENUM
 };
+
+// A property of the table, as a member with its start value.
+#define QUORVEL_MEMBER(type, member, script, value, start) type member = start;
 
 struct Control {
   explicit Control(Kind k) : kind(k) {}
@@ -31,64 +30,55 @@ struct Control {
   Kind kind;
   std::string name;           // "Player(3)", "Cdice": the control's path in scripts
   Control* parent = nullptr;  // the frame or picture that holds it; null for the window
-  double Left = 0, Top = 0, Width = 0, Height = 0;
-  bool Visible = true;
-  bool Enabled = true;
-  Colour BackColor = RGB(255, 255, 255);
-  Colour ForeColor = RGB(0, 0, 0);
-  std::string ToolTipText;
+  QUORVEL_COMMON_PROPERTIES(QUORVEL_MEMBER)
   // The handler a click raises, bound when the form is made; empty: the control has none.
   std::function<void()> Click;
 };
 
-// A picture box. `Image` names the stored picture it shows ("die3", "flag", ...).
 struct Picture : Control {
   Picture() : Control(Kind::Picture) {}
-  std::string Image;
+  QUORVEL_Picture_PROPERTIES(QUORVEL_MEMBER)
 };
 
 struct TextBox : Control {
   TextBox() : Control(Kind::TextBox) {}
-  std::string Text;
-  bool Locked = true;  // the person may not edit it
+  QUORVEL_TextBox_PROPERTIES(QUORVEL_MEMBER)
 };
 
 struct CommandButton : Control {
   CommandButton() : Control(Kind::CommandButton) {}
-  std::string Caption;
-  std::string Image;
-  bool Value = false;               // pressed; setting it from code raises the click
-  std::function<void()> MouseDown;  // raised by a mouse press, before the click
+  QUORVEL_CommandButton_PROPERTIES(
+      QUORVEL_MEMBER) std::function<void()> MouseDown;  // raised by a mouse press, before the click
 };
 
 struct CheckBox : Control {
   CheckBox() : Control(Kind::CheckBox) {}
-  std::string Caption;
-  int Value = 0;  // 0 clear, 1 ticked
+  QUORVEL_CheckBox_PROPERTIES(QUORVEL_MEMBER)
 };
 
 struct OptionButton : Control {
   OptionButton() : Control(Kind::OptionButton) {}
-  std::string Caption;
-  bool Value = false;
-  int group = 0;  // buttons of one group exclude each other
+  QUORVEL_OptionButton_PROPERTIES(QUORVEL_MEMBER) int group =
+      0;  // buttons of one group exclude each other
 };
 
 struct ScrollBar : Control {
   ScrollBar() : Control(Kind::ScrollBar) {}
-  int Min = 0, Max = 32767, Value = 0, SmallChange = 1, LargeChange = 1;
-  std::function<void()> Change;  // raised whenever Value changes
+  QUORVEL_ScrollBar_PROPERTIES(
+      QUORVEL_MEMBER) std::function<void()> Change;  // raised whenever Value changes
 };
 
 struct Frame : Control {
   Frame() : Control(Kind::Frame) {}
-  std::string Caption;
+  QUORVEL_Frame_PROPERTIES(QUORVEL_MEMBER)
 };
 
 struct Label : Control {
   Label() : Control(Kind::Label) {}
-  std::string Caption;
+  QUORVEL_Label_PROPERTIES(QUORVEL_MEMBER)
 };
+
+#undef QUORVEL_MEMBER
 
 const char* kindName(Kind k);
 

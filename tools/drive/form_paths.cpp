@@ -217,93 +217,39 @@ namespace {
 using Field = FormPaths::Field;
 using Type = FormPaths::Type;
 
-// The properties every kind of control has.
-bool commonProperty(Control& c, std::string_view prop, Field& out) {
-  if (prop == "Left")
-    out = {Type::Double, &c.Left};
-  else if (prop == "Top")
-    out = {Type::Double, &c.Top};
-  else if (prop == "Width")
-    out = {Type::Double, &c.Width};
-  else if (prop == "Height")
-    out = {Type::Double, &c.Height};
-  else if (prop == "Visible")
-    out = {Type::Bool, &c.Visible};
-  else if (prop == "Enabled")
-    out = {Type::Bool, &c.Enabled};
-  else if (prop == "BackColor")
-    out = {Type::Colour, &c.BackColor};
-  else if (prop == "ForeColor")
-    out = {Type::Colour, &c.ForeColor};
-  else if (prop == "ToolTipText")
-    out = {Type::String, &c.ToolTipText};
-  else
-    return false;
-  return true;
-}
-
-// The properties of one kind of control.
-bool kindProperty(Control& c, std::string_view prop, Field& out) {
-  switch (c.kind) {
-    case Kind::Picture:
-      if (prop == "Picture") return out = {Type::Image, &static_cast<Picture&>(c).Image}, true;
-      break;
-    case Kind::TextBox: {
-      auto& t = static_cast<TextBox&>(c);
-      if (prop == "Text") return out = {Type::String, &t.Text}, true;
-      if (prop == "Locked") return out = {Type::Bool, &t.Locked}, true;
-      break;
-    }
-    case Kind::CommandButton: {
-      auto& b = static_cast<CommandButton&>(c);
-      if (prop == "Caption") return out = {Type::String, &b.Caption}, true;
-      if (prop == "Picture") return out = {Type::Image, &b.Image}, true;
-      if (prop == "Value") return out = {Type::Bool, &b.Value}, true;
-      break;
-    }
-    case Kind::CheckBox: {
-      auto& b = static_cast<CheckBox&>(c);
-      if (prop == "Caption") return out = {Type::String, &b.Caption}, true;
-      if (prop == "Value") {
-        out = {Type::Int, &b.Value};
-        out.checkBox = true;
-        return true;
-      }
-      break;
-    }
-    case Kind::OptionButton: {
-      auto& b = static_cast<OptionButton&>(c);
-      if (prop == "Caption") return out = {Type::String, &b.Caption}, true;
-      if (prop == "Value") return out = {Type::Bool, &b.Value}, true;
-      break;
-    }
-    case Kind::ScrollBar: {
-      auto& b = static_cast<ScrollBar&>(c);
-      if (prop == "Min") return out = {Type::Int, &b.Min}, true;
-      if (prop == "Max") return out = {Type::Int, &b.Max}, true;
-      if (prop == "SmallChange") return out = {Type::Int, &b.SmallChange}, true;
-      if (prop == "LargeChange") return out = {Type::Int, &b.LargeChange}, true;
-      if (prop == "Value") {
-        out = {Type::Int, &b.Value};
-        out.bar = &b;
-        return true;
-      }
-      break;
-    }
-    case Kind::Frame:
-      if (prop == "Caption") return out = {Type::String, &static_cast<Frame&>(c).Caption}, true;
-      break;
-    case Kind::Label:
-      if (prop == "Caption") return out = {Type::String, &static_cast<Label&>(c).Caption}, true;
-      break;
+// Every property of `c`, by its name in scripts, in the dump's order (the table of
+// properties): a check box's Value is 0 or 1, a scroll bar's stays within its range.
+std::vector<std::pair<const char*, Field>> propertiesOf(Control& c) {
+  std::vector<std::pair<const char*, Field>> out;
+#define QUORVEL_FIELD(type, member, script, value, start) \
+  out.emplace_back(script, Field{Type::value, &k.member});
+  {
+    Control& k = c;
+    QUORVEL_COMMON_PROPERTIES(QUORVEL_FIELD)
   }
-  return false;
+  switch (c.kind) {
+#define QUORVEL_KIND_FIELDS(kind, words)              \
+  case Kind::kind: {                                  \
+    auto& k = static_cast<kind&>(c);                  \
+    QUORVEL_##kind##_PROPERTIES(QUORVEL_FIELD) break; \
+  }
+    QUORVEL_CONTROL_KINDS(QUORVEL_KIND_FIELDS)
+#undef QUORVEL_KIND_FIELDS
+  }
+#undef QUORVEL_FIELD
+  for (auto& [name, field] : out) {
+    if (std::string_view(name) != "Value") continue;
+    if (c.kind == Kind::CheckBox) field.checkBox = true;
+    if (c.kind == Kind::ScrollBar) field.bar = &static_cast<ScrollBar&>(c);
+  }
+  return out;
 }
 
 }  // namespace
 
 std::string FormPaths::resolveProperty(Control& c, std::string_view prop, Field& out) const {
-  if (commonProperty(c, prop, out) || kindProperty(c, prop, out)) return {};
+  for (const auto& [name, field] : propertiesOf(c))
+    if (prop == name) return out = field, std::string();
   return "a " + std::string(kindName(c.kind)) + " has no property " + quoted(prop);
 }
 
@@ -532,15 +478,8 @@ std::vector<std::pair<std::string, FormPaths::Field>> FormPaths::fields() const 
         addVar(row + "," + std::to_string(j) + ")");
     }
   }
-  static const char* const kProps[] = {
-      "Left",      "Top",       "Width",       "Height",  "Visible",     "Enabled",
-      "BackColor", "ForeColor", "ToolTipText", "Picture", "Text",        "Locked",
-      "Caption",   "Value",     "Min",         "Max",     "SmallChange", "LargeChange"};
   forEachControl(f_, [&](Control& c) {
-    for (const char* prop : kProps) {
-      Field fl{};
-      if (resolveProperty(c, prop, fl).empty()) all.emplace_back(c.name + "." + prop, fl);
-    }
+    for (const auto& [prop, field] : propertiesOf(c)) all.emplace_back(c.name + "." + prop, field);
   });
   for (const auto& [name, t] : timers_) {
     Field en{Type::Bool, nullptr};
