@@ -260,7 +260,6 @@ class WindowTest : public QObject {
     g.walk();
     QVERIFY(!g.widget("CDgo")->isEnabled());
     QCOMPARE(g.w->focusWidget(), g.widget("cdr"));  // as the model says
-    QCOMPARE(g.pieceRect(g.f->Player[9]), atScaleOne(g.f->Player[9]));
     // The banner has come up beside the pitch and opens its page, but not through a player
     // standing on it.
     QCOMPARE(g.w->childAt(title->geometry().center()), title);

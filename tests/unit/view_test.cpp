@@ -33,20 +33,10 @@ TEST(View, TabStopsRunFromStartToExitPassingOverWhatCannotBeUsedNow) {
             "Team(2) OPForm(12) RainB(2) RainB(3) CHsub(2) CHsub(3) "
             "Ch50 ChAuto ChtenFIF Chq OpMode(0) Hai Vai OpName(1) cdr Command1 CDend ");
 
-  f->Banner[0].Top = f->Grass.Top + f->Grass.Height + 100;  // out below the pitch
+  // A locked box is no stop (the banners out of the pitch are: after Start, the parity tests).
   f->Team[1].Locked = true;
   view.glance();
-  const std::vector<std::string> stops = view.tabStops();
-  EXPECT_TRUE(has(stops, "Banner(0)"));
-  EXPECT_FALSE(has(stops, "Team(1)"));
-
-  // In the closing window the focus starts on its first stop, and Escape is its Exit.
-  f->LinksForm.Visible = true;
-  FormView closing(*f, FormWindowId::Closing);
-  ASSERT_FALSE(closing.tabStops().empty());
-  EXPECT_EQ(closing.focus(), closing.tabStops().front());
-  EXPECT_EQ(closing.escape(), f->LinksForm.CDend.name);
-  EXPECT_EQ(view.escape(), "");
+  EXPECT_FALSE(has(view.tabStops(), "Team(1)"));
 }
 
 TEST(View, EveryControlSaysWhatItIsAndWhose) {

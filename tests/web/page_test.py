@@ -84,12 +84,6 @@ HELPERS = r'''window.T = {
   picture: (name, x, y) => { const p = T.view(name).picture; return T.pixel(p, p.width * x, p.height * y); },
   flags: () => [...Array(8).keys()].filter((d) => T.shown(`CDdest(${d})`)),
   players: () => [...Array(22).keys()].map((i) => `Player(${i + 1})`).filter(T.shown),
-  // Where a control's centre is on the page; a piece's, where the view paints it in the window.
-  centre: (name) => {
-    const c = T.view(name), w = document.getElementById('main').getBoundingClientRect();
-    const r = c.v.piece ? { x: w.x + c.v.rect[0], y: w.y + c.v.rect[1], width: c.v.rect[2],
-                            height: c.v.rect[3] } : c.el.getBoundingClientRect();
-    return [r.x + r.width / 2, r.y + r.height / 2]; },
   message: () => document.getElementById('message').open &&
                  document.getElementById('message-title').textContent,
   // What the page presents, read from its elements as a browser hands them to assistive
@@ -217,10 +211,6 @@ def kick():
     assert js("T.colour('Ball', 0.5, 0.5)") == js("T.picture('Ball', 0.5, 0.5)") and \
         js('T.stale()') == 0, \
         'the ball is painted where it went, and nothing is left where it was'
-    (bx, by), square = js("T.centre('Ball')"), js("T.el('Grass').clientWidth / 16")
-    nearest = min(((px - bx) ** 2 + (py - by) ** 2) ** 0.5
-                  for px, py in js('T.players().map(T.centre)'))
-    assert nearest < square, f'a player receives the ball: the nearest is {nearest:.0f} px away'
     news = js("T.shown('news') && T.text('news')")
     assert news and 'has the ball' in news, f'the news says who has the ball: {news!r}'
     presents_what_the_view_says('after a kick')
@@ -273,15 +263,9 @@ def play(url):
     wait("T.message() === 'Cannot find Browser:'", 'a page that cannot open says so')
     js("document.getElementById('message').close(), window.open = window.realOpen")
 
-    # The match so far asked the network for nothing, and the page's policy would refuse it.
+    # The match so far asked the network for nothing (the site's test: the policy refuses it).
     assert js("performance.getEntriesByType('resource').length") == 0, \
         js("performance.getEntriesByType('resource').map((r) => r.name)")
-    assert driver.execute_async_script('''const done = arguments[arguments.length - 1];
-      let said = '';
-      document.addEventListener('securitypolicyviolation', (e) => { said = e.violatedDirective; },
-                                { once: true });
-      fetch('http://127.0.0.1:9/').then(() => done('fetched'), () => setTimeout(() => done(said)));
-      ''').startswith('connect-src'), 'the page\'s policy refuses a connection'
 
     click('CDend')
     wait("!document.getElementById('closing').hidden && document.getElementById('main').hidden",
