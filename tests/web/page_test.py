@@ -52,8 +52,9 @@ HELPERS = r'''window.T = {
       .filter((c) => c.v.piece && c.v.shown);
     const centre = (c) => [Math.round(c.v.rect[0] * ratio) + Math.floor(c.picture.width / 2),
                            Math.round(c.v.rect[1] * ratio) + Math.floor(c.picture.height / 2)];
-    const covers = (c, [x, y]) => { const [left, top, width, height] = c.v.rect.map((v) => v * ratio);
-                                    return left <= x && x < left + width && top <= y && y < top + height; };
+    // Where the page paints a piece: its rectangle rounded to device pixels, as its centre is.
+    const covers = (c, [x, y]) => { const [left, top] = c.v.rect.map((v) => Math.round(v * ratio));
+      return left <= x && x < left + c.picture.width && top <= y && y < top + c.picture.height; };
     return pieces.filter((c, i) => !pieces.slice(i + 1).some((above) => covers(above, centre(c))) &&
       String(T.seen(...centre(c))) !== String(T.pixel(c.picture, c.picture.width / 2, c.picture.height / 2)))
       .map((c) => c.name);
