@@ -42,6 +42,11 @@ struct Game {
     w->show();
     w->refresh();
   }
+  // Start, the left side kicking off, as every shot's match begins.
+  void start() {
+    f->Rnd.force({0.0, 0.0});
+    quorvel::userClick(*f, f->CDgo);
+  }
   std::unique_ptr<quorvel::MatchForm> f;
   std::unique_ptr<quorvel::MatchWindow> w;
 };
@@ -51,8 +56,7 @@ void windowStates(double scale, const QString& tag) {
   auto& f = *g.f;
   auto& w = *g.w;
   shoot(w, tag + QStringLiteral("-load"));
-  f.Rnd.force({0.0, 0.0});
-  quorvel::userClick(f, f.CDgo);
+  g.start();
   for (int tick = 0; tick < 4000 && f.TimPlace.Enabled(); ++tick) w.pump(15);
   w.pump(2000);
   shoot(w, tag + QStringLiteral("-started"));
@@ -96,8 +100,7 @@ void movingStates(double scale, const QString& tag) {
   Game g(scale);
   auto& f = *g.f;
   auto& w = *g.w;
-  f.Rnd.force({0.0, 0.0});
-  quorvel::userClick(f, f.CDgo);
+  g.start();
   w.pump(40 * 15);
   shoot(w, tag + QStringLiteral("-walking"));
   for (int tick = 0; tick < 4000 && f.TimPlace.Enabled(); ++tick) w.pump(15);
@@ -112,8 +115,7 @@ void contest(double scale, const QString& tag) {
   Game g(scale);
   auto& f = *g.f;
   auto& w = *g.w;
-  f.Rnd.force({0.0, 0.0});
-  quorvel::userClick(f, f.CDgo);
+  g.start();
   auto still = [&f] {
     return !f.TimPlace.Enabled() && f.KickFlag == -1 && !f.TimSc.Enabled() && !f.TimSub.Enabled() &&
            f.DiceReady == quorvel::kDiceReady;
