@@ -1,6 +1,8 @@
 #include "ui/accessible_names.h"
 
 #include <array>
+#include <charconv>
+#include <initializer_list>
 
 #include "match/codes.h"
 #include "match/match.h"
@@ -13,35 +15,64 @@ namespace {
 constexpr std::array<std::string_view, 8> kDirections = {"Up",   "Up-right",  "Right", "Down-right",
                                                          "Down", "Down-left", "Left",  "Up-left"};
 
+// The parts one after another, made at once: every control's name is made anew at each look
+// at every control, so no part is a string of its own.
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::size_t length = 0;
+  for (const std::string_view part : parts) length += part.size();
+  std::string s;
+  s.reserve(length);
+  for (const std::string_view part : parts) s.append(part);
+  return s;
+}
+
+// A whole number as digits, in a buffer of its own.
+struct Digits {
+  explicit Digits(long n)
+      : end(std::to_chars(buffer.data(), buffer.data() + buffer.size(), n).ptr) {}
+  std::string_view view() const {
+    return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
+  }
+  std::array<char, 24> buffer{};
+  char* end;
+};
+
+// "Rovers", " number ", "7": the number on the shirt, as a substitute keeps his own in the
+// place of the player he replaced.
+std::array<std::string_view, 3> playerWords(const MatchForm& f, int player) {
+  return {f.Team[sideOf(player)].Text, " number ", f.Tnum[static_cast<std::size_t>(player)].Text};
+}
+
 std::string sideWords(int side, std::string_view what) {
-  return std::string(sideName(side)) + "'s " + std::string(what);
+  return joined({sideName(side), "'s ", what});
 }
 
 std::string dieName(const MatchForm& f) {
   if (f.GameOn != kNoMatchYet && f.DiceReady == kDiceRolled && dieFaceOf(f.Cdice.Image) > 0)
-    return "Die, showing " + std::to_string(dieFaceOf(f.Cdice.Image));
+    return joined({"Die, showing ", Digits(dieFaceOf(f.Cdice.Image)).view()});
   return "Roll the die";
 }
 
 std::string contestDieName(const MatchForm& f, int side) {
-  std::string name = sideWords(side, "50/50 die");
+  constexpr std::string_view kWhatItDoes = ": new colours and name for this team";
   if (const int face = dieFaceOf(f.CDcontest[side].Image); face > 0)
-    name += ", showing " + std::to_string(face);
-  return name + ": new colours and name for this team";
+    return joined({sideName(side), "'s 50/50 die, showing ", Digits(face).view(), kWhatItDoes});
+  return joined({sideName(side), "'s 50/50 die", kWhatItDoes});
 }
 
 std::string pictureName(const MatchForm& f, const Control& c) {
   if (const int i = indexIn(f.Player, c); i > 0) {
     // Before the first match the teams wait below the pitch, on no square.
     if (f.PlayerCol[i] < 1) return playerName(f, i);
-    return playerName(f, i) + ", " + squareName(f.PlayerCol[i], f.PlayerRow[i]);
+    const auto [team, number, shirt] = playerWords(f, i);
+    return joined({team, number, shirt, ", ", squareName(f.PlayerCol[i], f.PlayerRow[i])});
   }
   if (&c == &f.Player[0]) return "Substitute";
   if (&c == &f.Ball) return "Ball";
   if (&c == &f.Grass) return "Pitch";
   if (&c == &f.Goal[1]) return "Left goal";
   if (&c == &f.Goal[0]) return "Right goal";
-  if (&c == &f.PicGame) return f.TXgame[0].Text + " " + f.TXgame[1].Text;
+  if (&c == &f.PicGame) return joined({f.TXgame[0].Text, " ", f.TXgame[1].Text});
   if (const int i = indexIn(f.RainB, c); i >= 0) {
     // 0 and 3 are the sides' main colours, 1 and 2 their second ones.
     const int side = i < 2 ? 1 : 2;
@@ -83,7 +114,8 @@ std::string_view directionName(int d) {
 }
 
 std::string squareName(double col, double row) {
-  return "column " + std::to_string(roundIndex(col)) + " row " + std::to_string(roundIndex(row));
+  return joined(
+      {"column ", Digits(roundIndex(col)).view(), " row ", Digits(roundIndex(row)).view()});
 }
 
 std::string_view sideName(int side) {
@@ -91,16 +123,15 @@ std::string_view sideName(int side) {
 }
 
 std::string flagName(const MatchForm& f, int d) {
-  std::string name(directionName(d));
-  if (f.FlagGoal[d] == 1) return name + ", a shot at goal";
+  if (f.FlagGoal[d] == 1) return joined({directionName(d), ", a shot at goal"});
   double col = 0, row = 0;
   flagTarget(f, d, col, row);
-  return name + ", to " + squareName(col, row);
+  return joined({directionName(d), ", to ", squareName(col, row)});
 }
 
 std::string playerName(const MatchForm& f, int player) {
-  // The number on the shirt: a substitute keeps his own in the place of the player he replaced.
-  return f.Team[sideOf(player)].Text + " number " + f.Tnum[static_cast<std::size_t>(player)].Text;
+  const auto [team, number, shirt] = playerWords(f, player);
+  return joined({team, number, shirt});
 }
 
 std::string accessibleName(const MatchForm& f, const Control& c) {
@@ -115,7 +146,8 @@ std::string accessibleName(const MatchForm& f, const Control& c) {
       if (const int i = indexIn(f.CHsub, c); i >= 0) {
         // Boxes 0 and 3 bring on number 12, 1 and 2 number 13.
         const int number = i == 0 || i == 3 ? 12 : 13;
-        return sideWords(i < 2 ? 1 : 2, "substitute: bring on number ") + std::to_string(number);
+        return joined(
+            {sideName(i < 2 ? 1 : 2), "'s substitute: bring on number ", Digits(number).view()});
       }
       if (&c == &f.Chp) return "Let the computer only show its choice";
       return static_cast<const CheckBox&>(c).Caption;
