@@ -4,26 +4,37 @@
 #include "events/events.h"
 #include "match/codes.h"
 #include "match/match.h"
+#include "match/pitch.h"
 
 namespace quorvel {
 
 bool tickReach(MatchForm& f, const Timer& t, const std::function<void(Control&)>& visit) {
   if (&t == &f.Timi) return true;  // the start-up count changes nothing on show
   if (&t == &f.TimBan) {
-    for (auto& banner : f.Banner) visit(banner);
+    // The banners slide up to where they rest, and stay: this timer runs all match long.
+    for (int i = 0; i < 2; ++i)
+      if (f.Banner[i].Top < kBannerRestTop[i] ||
+          (f.Chq.Value == 1 && f.Banner[i].Top != kBannerRestTop[i]))
+        visit(f.Banner[i]);
     return true;
   }
   if (&t == &f.TimB) {
     if (f.KickFlag == -1) {  // the idle ball dribbles at its owner's feet
       visit(f.Ball);
-      visit(f.Player[roundIndex(f.BallOwner)]);
+      // ... who is put back on his square, where he nearly always stands already.
+      const int p = roundIndex(f.BallOwner);
+      if (f.Player[p].Left != playerLeft(f.PlayerCol[p]) ||
+          f.Player[p].Top != playerTop(f.PlayerRow[p]))
+        visit(f.Player[p]);
       return true;
     }
     if (f.KickTicks - 1 < 1) return false;  // the kick ends: the ball changes hands
     visit(f.Ball);
     visit(f.Player[f.Receiver]);
-    for (int side = 1; side <= 2; ++side) visit(f.Team[side]), visit(f.Goals[side]);
-    visit(f.Ch50);  // a 50/50 contest's names and scores slide
+    if (f.ContestWin != kNoContest) {  // a 50/50 contest's names and scores slide
+      for (int side = 1; side <= 2; ++side) visit(f.Team[side]), visit(f.Goals[side]);
+      visit(f.Ch50);
+    }
     return true;
   }
   if (&t == &f.TimPlace) {
