@@ -273,7 +273,11 @@ FormView::FormView(MatchForm& f, FormWindowId window) : f_(f), window_(window) {
   for (std::size_t i = 0; i < views_.size(); ++i) {
     const auto at = std::find(order_.begin(), order_.end(), views_[i].control->name);
     if (at != order_.end()) tabOf_[i] = static_cast<int>(at - order_.begin()) + 1;
+    describeForGood(views_[i]);
+    indexOf_[views_[i].control] = i;
   }
+  // The first glance lists everything.
+  pending_.assign(views_.size(), Changed{true, true, true, true});
   place(placement_);
 }
 
@@ -345,8 +349,8 @@ bool FormView::tuckedAway(const Control& c) const {
 }
 
 void FormView::look() {
-  for (ControlView& v : views_) describe(v);
-  lookAtAll_ = true;  // the glances' record no longer says what the views held
+  for (std::size_t i = 0; i < views_.size(); ++i) note(i);
+  lookAtAll_ = true;  // what changed is kept for the next glance, which lists it
 }
 
 const ControlView* FormView::find(std::string_view name) const {
@@ -356,9 +360,8 @@ const ControlView* FormView::find(std::string_view name) const {
 }
 
 const ControlView* FormView::find(const Control& c) const {
-  for (const ControlView& v : views_)
-    if (v.control == &c) return &v;
-  return nullptr;
+  const auto at = indexOf_.find(&c);
+  return at == indexOf_.end() ? nullptr : &views_[at->second];
 }
 
 PixelRect FormView::rectOf(const Control& c, bool moving) const {
@@ -413,98 +416,131 @@ bool FormView::tabStopWhenReachable(const Control& c) const {
   return true;
 }
 
-void FormView::describe(ControlView& v) const {
+void FormView::describeForGood(ControlView& v) const {
   const Control& c = *v.control;
   v.parent = c.parent != nullptr ? c.parent->name : std::string();
   v.moves = moves(f_, c);
   v.piece = isPiece(f_, c);
-  v.shown = allTheWayOut(c, [](const Control& k) { return k.Visible; }) && !tuckedAway(c);
-  v.enabled = allTheWayOut(c, [](const Control& k) { return k.Enabled; });
-  if (compact_) {
-    v.rect = compactRect(c);
-    if (c.parent != nullptr) {
-      const PixelRect outer = compactRect(*c.parent);
-      v.rect.x -= outer.x;
-      v.rect.y -= outer.y;
-    }
-    v.inPanel = c.parent == nullptr && compact_->zoneOf(c.name) == Zone::Panel;
-    v.turned = turnsWithPitch(f_, c) && compact_->turned;
-  } else {
-    v.rect = rectOf(c, v.moves);
-    v.inPanel = v.turned = false;
-  }
-  if (c.kind == Kind::Picture) v.image = static_cast<const Picture&>(c).Image;
-  if (c.kind == Kind::CommandButton) {
-    v.image = static_cast<const CommandButton&>(c).Image;
-    v.bare = !v.image.empty() && bareButton(v.image);
-  }
   v.opensLeft = goalMouth(c.name) == Mouth::OpensLeft;
-  if (const int player = indexIn(f_.Player, c); player >= 0 && c.Width > 0 && c.Height > 0) {
-    const TextBox& n = f_.Tnum[static_cast<std::size_t>(player)];
-    v.number = {n.Text,           n.ForeColor,       n.BackColor,        n.Left / c.Width,
-                n.Top / c.Height, n.Width / c.Width, n.Height / c.Height};
-  }
-  v.caption = captionOf(c);
-  const auto i = static_cast<std::size_t>(&v - views_.data());
-  const TextStyle& style = styleOf_[i];
-  v.fontPx = style.px * placement_.scale;
-  // Off the pitch a small screen's text keeps its stored size, as large as its cell allows.
-  if (compact_ && compact_->zoneOf(c.parent != nullptr ? c.parent->name : c.name) != Zone::Pitch)
-    v.fontPx = std::min(style.px, 0.6 * v.rect.height);
-  if (compact_) v.fontPx = std::max(v.fontPx, kLeastCompactTextPx);
+  const TextStyle& style = styleOf_[static_cast<std::size_t>(&v - views_.data())];
   v.bold = style.bold;
   v.italic = style.italic;
   v.alignLeft = style.align == Align::Left;
-  v.back = c.BackColor;
-  v.fore = c.ForeColor;
-  v.tip = c.ToolTipText;
-  if (c.kind == Kind::TextBox) v.locked = static_cast<const TextBox&>(c).Locked;
-  if (c.kind == Kind::ScrollBar) {
-    const auto& bar = static_cast<const ScrollBar&>(c);
-    v.value = bar.Value, v.min = bar.Min, v.max = bar.Max, v.step = bar.SmallChange;
-  }
   v.role = roleOf(f_, c);
-  v.name = nameOf(f_, c, v.role);
-  v.checked = c.kind == Kind::CheckBox ? static_cast<const CheckBox&>(c).Value
-              : c.kind == Kind::OptionButton
-                  ? static_cast<int>(static_cast<const OptionButton&>(c).Value)
-                  : -1;
   v.side = sideOfControl(f_, c);
   v.group = c.kind == Kind::OptionButton ? static_cast<const OptionButton&>(c).group : 0;
-  v.tab = i < tabOf_.size() && tabOf_[i] > 0 && tabStop(c) && v.shown ? tabOf_[i] : 0;
   v.pressable = v.role == Role::Button;
   v.focusable = v.pressable || v.role == Role::CheckBox || v.role == Role::Radio ||
                 v.role == Role::Entry || v.role == Role::Slider;
 }
 
-void FormView::compare(std::size_t i, std::vector<Change>& changes) {
-  const ControlView& now = views_[i];
-  ControlView& was = seen_[i];
-  if (seenAll_ && now == was) return;
-  Change c{static_cast<int>(i), true, true, true};
-  if (seenAll_) {
-    c.moved = now.rect.x != was.rect.x || now.rect.y != was.rect.y;
-    c.redrawn = now.image != was.image || now.back != was.back || now.number != was.number ||
-                now.enabled != was.enabled || now.rect.width != was.rect.width ||
-                now.rect.height != was.rect.height;
-    // Everything but the place and the look.
-    ControlView a = now, b = was;
-    b.rect = a.rect;
-    b.image = a.image, b.back = a.back, b.number = a.number;
-    c.restated = !(a == b);
+namespace {
+
+// Takes `now` into `field`; true when it was not that already.
+template <typename T, typename U>
+bool take(T& field, const U& now) {
+  if (field == now) return false;
+  field = now;
+  return true;
+}
+
+}  // namespace
+
+FormView::Changed FormView::describe(ControlView& v) const {
+  const Control& c = *v.control;
+  Changed changed;
+  // Each property is taken over where it differs, and what it is part of noted as changed:
+  // the views are their own record of what was shown, and no copy of them is compared.
+  auto restate = [&changed](bool differed) { changed.restated |= differed; };
+  restate(
+      take(v.shown, allTheWayOut(c, [](const Control& k) { return k.Visible; }) && !tuckedAway(c)));
+  if (take(v.enabled, allTheWayOut(c, [](const Control& k) { return k.Enabled; })))
+    changed.redrawn = changed.restated = true;
+  PixelRect rect;
+  if (compact_) {
+    rect = compactRect(c);
+    if (c.parent != nullptr) {
+      const PixelRect outer = compactRect(*c.parent);
+      rect.x -= outer.x;
+      rect.y -= outer.y;
+    }
+    restate(take(v.inPanel, c.parent == nullptr && compact_->zoneOf(c.name) == Zone::Panel));
+    restate(take(v.turned, turnsWithPitch(f_, c) && compact_->turned));
+  } else {
+    rect = rectOf(c, v.moves);
+    restate(take(v.inPanel, false));
+    restate(take(v.turned, false));
   }
-  was = now;
-  changes.push_back(c);
+  changed.moved = rect.x != v.rect.x || rect.y != v.rect.y;
+  changed.redrawn |= rect.width != v.rect.width || rect.height != v.rect.height;
+  v.rect = rect;
+  // Whether a picture is drawn bare goes with the picture: asked again only when it changes.
+  const std::string* image = c.kind == Kind::Picture ? &static_cast<const Picture&>(c).Image
+                             : c.kind == Kind::CommandButton
+                                 ? &static_cast<const CommandButton&>(c).Image
+                                 : nullptr;
+  if (image != nullptr && take(v.image, *image)) {
+    changed.redrawn = true;
+    restate(take(v.bare, c.kind == Kind::CommandButton && !v.image.empty() && bareButton(v.image)));
+  }
+  if (const int player = indexIn(f_.Player, c); player >= 0 && c.Width > 0 && c.Height > 0) {
+    const TextBox& n = f_.Tnum[static_cast<std::size_t>(player)];
+    changed.redrawn |=
+        take(v.number, ShirtNumber{n.Text, n.ForeColor, n.BackColor, n.Left / c.Width,
+                                   n.Top / c.Height, n.Width / c.Width, n.Height / c.Height});
+  }
+  restate(take(v.caption, captionOf(c)));
+  const auto i = static_cast<std::size_t>(&v - views_.data());
+  const TextStyle& style = styleOf_[i];
+  double fontPx = style.px * placement_.scale;
+  // Off the pitch a small screen's text keeps its stored size, as large as its cell allows.
+  if (compact_ && compact_->zoneOf(c.parent != nullptr ? c.parent->name : c.name) != Zone::Pitch)
+    fontPx = std::min(style.px, 0.6 * v.rect.height);
+  if (compact_) fontPx = std::max(fontPx, kLeastCompactTextPx);
+  restate(take(v.fontPx, fontPx));
+  if (take(v.back, c.BackColor)) changed.redrawn = changed.recoloured = true;
+  if (take(v.fore, c.ForeColor)) changed.restated = changed.recoloured = true;
+  restate(take(v.tip, c.ToolTipText));
+  if (c.kind == Kind::TextBox) restate(take(v.locked, static_cast<const TextBox&>(c).Locked));
+  if (c.kind == Kind::ScrollBar) {
+    const auto& bar = static_cast<const ScrollBar&>(c);
+    restate(take(v.value, bar.Value) | take(v.min, bar.Min) | take(v.max, bar.Max) |
+            take(v.step, bar.SmallChange));
+  }
+  // A control out of sight is not heard: its name, the dearest thing to make, is made again
+  // when it comes back.
+  if (v.shown) {
+    std::string name = nameOf(f_, c, v.role);
+    if (name != v.name) v.name = std::move(name), changed.restated = true;
+  }
+  restate(take(v.checked, c.kind == Kind::CheckBox ? static_cast<const CheckBox&>(c).Value
+                          : c.kind == Kind::OptionButton
+                              ? static_cast<int>(static_cast<const OptionButton&>(c).Value)
+                              : -1));
+  restate(take(v.tab, i < tabOf_.size() && tabOf_[i] > 0 && tabStop(c) && v.shown ? tabOf_[i] : 0));
+  return changed;
+}
+
+void FormView::note(std::size_t i) {
+  Changed& c = pending_[i];
+  const Changed now = describe(views_[i]);
+  c.moved |= now.moved, c.redrawn |= now.redrawn, c.restated |= now.restated;
+  c.recoloured |= now.recoloured;
+}
+
+void FormView::collect(std::size_t i, std::vector<Change>& changes) {
+  Changed& c = pending_[i];
+  if (c.moved || c.redrawn || c.restated)
+    changes.push_back({static_cast<int>(i), c.moved, c.redrawn, c.restated, c.recoloured});
+  c = Changed{};
 }
 
 std::vector<FormView::Change> FormView::glance() {
   std::vector<Change> changes;
-  if (!seenAll_) seen_.assign(views_.size(), ControlView{});
   for (std::size_t i = 0; i < views_.size(); ++i) {
-    describe(views_[i]);
-    compare(i, changes);
+    note(i);
+    collect(i, changes);
   }
-  seenAll_ = true;
   lookAtAll_ = false;
   for (const std::size_t i : ticked_) isTicked_[i] = false;
   ticked_.clear();
@@ -524,13 +560,14 @@ void FormView::tickComing(const Timer& t) {
 }
 
 std::vector<FormView::Change> FormView::glanceAfterTicks() {
-  if (lookAtAll_ || !seenAll_) return glance();
+  if (lookAtAll_) return glance();
   // In the order of the controls, as a glance at all of them lists them.
   std::sort(ticked_.begin(), ticked_.end());
   std::vector<Change> changes;
+  changes.reserve(ticked_.size());
   for (const std::size_t i : ticked_) {
-    describe(views_[i]);
-    compare(i, changes);
+    note(i);
+    collect(i, changes);
     isTicked_[i] = false;
   }
   ticked_.clear();

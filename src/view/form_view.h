@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "match/match_form.h"
@@ -136,10 +137,11 @@ class FormView {
 
   // A control whose view changed since the last glance, and how.
   struct Change {
-    int index;      // in controls()
-    bool moved;     // its rectangle's place
-    bool redrawn;   // its picture's look or size: a picture drawn anew
-    bool restated;  // anything else: its text, state, name, Tab stop, ...
+    int index;        // in controls()
+    bool moved;       // its rectangle's place
+    bool redrawn;     // its picture's look or size: a picture drawn anew
+    bool restated;    // anything else: its text, state, name, Tab stop, ...
+    bool recoloured;  // of those, its back or fore colour
   };
   // Looks at the form again: what changed since the last glance (everything at the first).
   std::vector<Change> glance();
@@ -150,6 +152,12 @@ class FormView {
   // those ticks may have changed, as tickComing() heard of them. Cheaper than a glance at every
   // control while the ball idles; the same list.
   std::vector<Change> glanceAfterTicks();
+  // Whether the next glance after ticks will look at every control: a tick since the last
+  // glance may have changed anything, or the view was looked over whole.
+  bool looksAtAllNext() const { return lookAtAll_; }
+  // The form may change anywhere before the next glance (a glance was taken halfway through
+  // a tick): that glance looks at every control.
+  void expectAnything() { lookAtAll_ = true; }
 
   // Describes every control anew, as the form is now, leaving the glances' record alone: what a
   // front that keeps its own record of what it showed asks for before it reads the view.
@@ -181,14 +189,22 @@ class FormView {
   double fitted(double fontPx, double boxWidth, double textWidth) const;
 
  private:
-  void describe(ControlView& v) const;
+  // What a control is for good: its container, role, side, group, type, ...; once.
+  void describeForGood(ControlView& v) const;
+  // What of a view changed, as a glance lists it.
+  struct Changed {
+    bool moved = false, redrawn = false, restated = false, recoloured = false;
+  };
+  // What may change: everything else, taken over; what of it changed.
+  Changed describe(ControlView& v) const;
+  // Describes view `i` anew, keeping what changed for the next glance; lists that and forgets it.
+  void note(std::size_t i);
+  void collect(std::size_t i, std::vector<Change>& changes);
   PixelRect rectOf(const Control& c, bool moving) const;
   // On a small screen: where `c` stands in its zone's pixels (the panel's or the window's).
   PixelRect compactRect(const Control& c) const;
   // On a small screen: whether `c` is hidden by where it stands (a closed panel, off the pitch).
   bool tuckedAway(const Control& c) const;
-  // Takes view `i` as seen; adds what changed in it to `changes`.
-  void compare(std::size_t i, std::vector<Change>& changes);
 
   MatchForm& f_;
   FormWindowId window_;
@@ -199,8 +215,8 @@ class FormView {
   std::vector<std::string> order_;  // every control that may take a Tab stop, in Tab's order
   std::vector<TextStyle> styleOf_;  // each view's type, which its control keeps for good
   std::vector<int> tabOf_;          // its place in order_ for each view, from 1; 0 for none
-  std::vector<ControlView> seen_;   // each view as the last glance listed it
-  bool seenAll_ = false;
+  std::unordered_map<const Control*, std::size_t> indexOf_;  // each view's index by control
+  std::vector<Changed> pending_;  // what changed in each view since the last glance listed it
   // What the ticks since the last glance may have changed: the views' indices, and each
   // view's mark of being among them; everything when lookAtAll_.
   std::vector<std::size_t> ticked_;
