@@ -22,14 +22,6 @@ PictureDrawing::PictureDrawing(const Picture& picture, const TextBox* number)
 }
 
 bool PictureDrawing::refresh() {
-  Shown now{picture_.Image, picture_.BackColor, {}};
-  if (number_ != nullptr)
-    now.number = {number_->Text,   number_->ForeColor.rgb, number_->BackColor.rgb,
-                  number_->Left,   number_->Top,           number_->Width,
-                  number_->Height, picture_.Width,         picture_.Height};
-  if (taken_ && now == shown_) return false;
-  taken_ = true;
-  shown_ = now;
   Look look = lookOf(picture_, number_, false);
   const QString key = QString::fromStdString(picture_.Image);
   if (key == key_ && look == look_) return false;
@@ -47,7 +39,7 @@ const QPixmap& PictureDrawing::at(QSize size, qreal ratio) {
   if (!drawn_.isNull() && drawn_.devicePixelRatio() == ratio && drawnSize_ == size) return drawn_;
   drawnSize_ = size;
   // A walking player only moves: the pitch under it is copied, not redrawn.
-  if (const PictureKind* kind = pictureKind(shown_.image);
+  if (const PictureKind* kind = pictureKind(key_.toStdString());
       kind != nullptr && kind->drawnOncePerSide) {
     drawn_ = drawnPlayer(size, ratio, look_);
     return drawn_;
@@ -157,10 +149,6 @@ bool PictureButton::bare() const {
 }
 
 void PictureButton::refresh() {
-  if (taken_ && button_.Image == image_ && button_.BackColor == shownBack_) return;
-  taken_ = true;
-  image_ = button_.Image;
-  shownBack_ = button_.BackColor;
   const QString key = QString::fromStdString(button_.Image);
   const QColor back = toQColor(button_.BackColor);
   if (key == key_ && back == back_) return;

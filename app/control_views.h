@@ -35,14 +35,14 @@ class ClickTracker {
   bool pressed_ = false;
 };
 
-// What a picture control shows, drawn once per look and size. The model's values are compared
-// before anything is converted, so that asking after every tick costs little. `number` is the
-// shirt-number box a player picture holds, drawn as part of the piece.
+// What a picture control shows, drawn once per look and size. `number` is the shirt-number box
+// a player picture holds, drawn as part of the piece.
 class PictureDrawing {
  public:
   PictureDrawing(const Picture& picture, const TextBox* number);
 
-  // Takes over what the model shows now; true when the picture looks different.
+  // Takes over what the model shows now, when the view says its look changed; true when the
+  // picture looks different.
   bool refresh();
   // The picture at `size` logical pixels and device pixel ratio `ratio`, drawn again only when
   // the look, the size or the ratio changed.
@@ -53,20 +53,6 @@ class PictureDrawing {
  private:
   const Picture& picture_;
   const TextBox* number_;
-  // The model's values last taken over, compared before any look is made: asking after every
-  // tick then costs little.
-  struct Shown {
-    std::string image;
-    Colour back;
-    struct Number {
-      std::string text;
-      std::uint32_t ink = 0, back = 0;
-      double left = 0, top = 0, width = 0, height = 0, pictureWidth = 0, pictureHeight = 0;
-      bool operator==(const Number&) const = default;
-    } number;
-    bool operator==(const Shown&) const = default;
-  } shown_;
-  bool taken_ = false;
   QString key_;  // the picture drawn, and its look
   Look look_;
   QPixmap drawn_;    // the picture at the last size and pixel ratio; empty when stale
@@ -79,7 +65,8 @@ class PictureView : public QWidget {
  public:
   PictureView(const Picture& picture, QWidget* parent);
 
-  // Takes over what the model shows now; repaints only when that changed.
+  // Takes over what the model shows now, when the view says its look changed; repaints only
+  // when it looks different.
   void refresh();
 
   // A picture that does something when clicked (a colour swatch, a banner) is a button to
@@ -127,10 +114,7 @@ class PictureButton : public QAbstractButton {
   bool bare() const;  // drawn without a button face (the flags)
   void tellNewName();
   const CommandButton& button_;
-  std::string image_;  // the model's values last taken over
-  Colour shownBack_;
-  bool taken_ = false;
-  QString key_;
+  QString key_;  // the picture drawn, on the colour drawn
   QColor back_;
   bool hovered_ = false;
 };

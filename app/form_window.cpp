@@ -79,27 +79,20 @@ bool personsFocus(Qt::FocusReason reason) {
 
 }  // namespace
 
-// A control, its widget, and what was last copied from the one to the other.
+// A control, the widget that shows it, and how the view describes it.
 struct FormWindow::Binding {
-  Binding(Control& control, QWidget* widget) : c(control), w(widget) {}
+  Binding(Control& control, QWidget* widget, const ControlView& v)
+      : c(control), w(widget), view(v) {}
   Control& c;
   QWidget* w;
-  const ControlView* view = nullptr;  // the control in the view
-  bool fresh = true;
-  bool touched = false;  // listed in touched_
-  double left = 0, top = 0, width = 0, height = 0;
-  bool visible = false, enabled = false;
-  Colour back, fore;
-  std::string tip;
-  std::string text;  // caption or text as shown
-  int value = 0;
-  bool locked = false;
-  int min = 0, max = 0, small = 0, large = 0;
+  const ControlView& view;
+  TextView* text = nullptr;    // the widget, when a text box's
   bool pictureButton = false;  // a command button drawn as its picture
 };
 
 FormWindow::FormWindow(MatchForm& f, FormWindowId window)
     : QWidget(nullptr), f_(f), view_(f, window), style_(std::make_unique<ScaledStyle>()) {
+  showsView_.resize(view_.controls().size());
   resize(naturalSize());
   setMinimumSize(naturalSize() / 3);
   installPictureAccessibility();
@@ -193,26 +186,34 @@ QWidget* FormWindow::bind(Control& c) {
   w->setObjectName(qs(c.name));
   w->setStyle(style_.get());
   w->installEventFilter(this);
-  bindings_.push_back(std::make_unique<Binding>(c, w));
+  const ControlView* v = view_.find(c);
+  bindings_.push_back(std::make_unique<Binding>(c, w, *v));
   byName_[c.name] = w;
   Binding& b = *bindings_.back();
-  b.view = view_.find(c);
-  byControl_[&c] = &b;
+  const int index = static_cast<int>(v - view_.controls().data());
+  showsView_[static_cast<std::size_t>(index)].binding = &b;
+  b.text = qobject_cast<TextView*>(w);
   b.pictureButton = qobject_cast<PictureButton*>(w) != nullptr;
-  makeAccessible(b);
+  if (b.text != nullptr) b.text->setAlignment(alignmentOf(textStyleFor(c.name)));
+  if (auto* picture = qobject_cast<PictureView*>(w))
+    picture->setClickable(static_cast<bool>(c.Click));
   applyFont(b);
   syncing_ = true;
-  sync(b);
+  showChange(b, FormView::Change{index, true, true, true, true});
   syncing_ = false;
   return w;
 }
 
 void FormWindow::bindPiece(Picture& p, const TextBox* number) {
   if (pieces_ == nullptr) {
-    pieces_ = new PiecesView([this](const Control& c) { return pixelRect(c); }, this);
+    pieces_ = new PiecesView(this);
     pieces_->setGeometry(rect());
   }
   pieces_->add(p, number);
+  const ControlView& v = *view_.find(p);
+  const auto index = static_cast<std::size_t>(&v - view_.controls().data());
+  showsView_[index].piece = pieces_->count() - 1;
+  pieces_->show(showsView_[index].piece, v, true);
 }
 
 void FormWindow::standPiecesOn(const Picture& ground) {
@@ -238,21 +239,14 @@ double FormWindow::legibleScale() const {
   return view_.legibleScale();
 }
 
-void FormWindow::makeAccessible(Binding& b) {
-  if (auto* view = qobject_cast<PictureView*>(b.w))
-    view->setClickable(static_cast<bool>(b.c.Click));
-  nameForAssistiveTech(b);
-}
-
 void FormWindow::nameForAssistiveTech(Binding& b) {
   // Pictures and texts are asked for their names when read; a caption that says what its
   // control is is the name Qt reports already.
-  const ControlView* v = b.view;
-  if (v == nullptr || b.c.kind == Kind::Picture || b.pictureButton || v->role == Role::Text) return;
-  const std::string name = spokenName(f_, b.c);
+  const ControlView& v = b.view;
+  if (b.c.kind == Kind::Picture || b.pictureButton || v.role == Role::Text) return;
   const bool captioned = b.c.kind != Kind::TextBox && b.c.kind != Kind::ScrollBar;
-  if (captioned && name == captionOf(b.c)) return;
-  if (b.w->accessibleName() != qs(name)) b.w->setAccessibleName(qs(name));
+  if (captioned && v.name == v.caption) return;
+  if (const QString name = qs(v.name); b.w->accessibleName() != name) b.w->setAccessibleName(name);
 }
 
 QString FormWindow::accessibleNameOf(const QWidget* w) const {
@@ -275,6 +269,12 @@ void FormWindow::forward(Control& c) {
   emit aboutToHandle();
   userClick(f_, c);
   emit handled();
+  // Qt ticks a box or chooses an option when it is clicked, before the game has its say; the
+  // game may say no, and then nothing of it changed in the view.
+  const ControlView* v = view_.find(c);
+  if (v == nullptr) return;
+  if (Binding* b = showsView_[static_cast<std::size_t>(v - view_.controls().data())].binding)
+    if (c.kind == Kind::CheckBox || c.kind == Kind::OptionButton) showToggle(*b);
 }
 
 bool FormWindow::onAPieceAbove(QObject* watched, QEvent* e) const {
@@ -346,152 +346,106 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* e) {
 }
 
 void FormWindow::syncFromModel() {
+  showChanges(view_.glance(), false);
+}
+
+void FormWindow::syncTicked() {
+  showChanges(view_.glanceAfterTicks(), true);
+}
+
+void FormWindow::showChanges(const std::vector<FormView::Change>& changes, bool ticking) {
   syncing_ = true;
-  for (auto& b : bindings_) sync(*b);
-  if (pieces_ != nullptr) pieces_->syncAll();
-  for (Binding* b : touched_) b->touched = false;
-  touched_.clear();
-  syncing_ = false;
-}
-
-void FormWindow::touch(const Control& c) {
-  if (pieces_ != nullptr && pieces_->touch(c)) return;
-  auto it = byControl_.find(&c);
-  if (it == byControl_.end() || it->second->touched) return;
-  it->second->touched = true;
-  touched_.push_back(it->second);
-}
-
-void FormWindow::syncTouched() {
-  syncing_ = ticking_ = true;
-  for (Binding* b : touched_) {
-    b->touched = false;
-    sync(*b);
+  ticking_ = ticking;
+  // Any look at every control puts a text box painted away back where its widget stands.
+  if (!ticking)
+    for (auto& b : bindings_)
+      if (b->text != nullptr && b->text->away()) place(*b);
+  for (const FormView::Change& change : changes) {
+    const Shows& shows = showsView_[static_cast<std::size_t>(change.index)];
+    if (shows.piece >= 0)
+      pieces_->show(shows.piece, view_.controls()[static_cast<std::size_t>(change.index)],
+                    change.redrawn);
+    else if (shows.binding != nullptr)
+      showChange(*shows.binding, change);
   }
-  touched_.clear();
-  if (pieces_ != nullptr) pieces_->syncTouched();
   syncing_ = ticking_ = false;
 }
 
-void FormWindow::sync(Binding& b) {
-  const bool fresh = b.fresh;
-  b.fresh = false;
-  syncCommon(b, fresh);
+void FormWindow::showChange(Binding& b, const FormView::Change& change) {
+  const ControlView& v = b.view;
+  QWidget* w = b.w;
+  // A picture's size is part of its look.
+  if (change.moved || change.redrawn) place(b);
+  if (change.redrawn) w->setEnabled(v.enabled);
+  if (change.recoloured) applyColours(w, b.c.kind, toQColor(v.back), toQColor(v.fore));
+  if (change.restated) {
+    w->setVisible(v.shown);
+    w->setToolTip(qs(v.tip));
+    nameForAssistiveTech(b);
+    if (b.text == nullptr) applyFont(b);  // a text box's type fits its text, shown below
+  }
   switch (b.c.kind) {
     case Kind::Picture:
-      static_cast<PictureView*>(b.w)->refresh();
+      if (change.redrawn) static_cast<PictureView*>(w)->refresh();
       break;
     case Kind::CommandButton:
-      syncButton(b, fresh);
+      if (b.pictureButton && change.redrawn)
+        static_cast<PictureButton*>(w)->refresh();
+      else if (!b.pictureButton && change.restated)
+        static_cast<QPushButton*>(w)->setText(qs(v.caption));
       break;
     case Kind::CheckBox:
     case Kind::OptionButton:
-      syncToggle(b, fresh);
+      if (change.restated) {
+        static_cast<QAbstractButton*>(w)->setText(qs(v.caption));
+        showToggle(b);
+        applyTabStop(b);
+      }
       break;
     case Kind::TextBox:
-      syncTextBox(b, fresh);
+      showTextBox(b, change);
       break;
     case Kind::ScrollBar:
-      syncScrollBar(b, fresh);
+      if (change.restated) showScrollBar(b);
       break;
     case Kind::Frame:
-      if (captionChanged(b, fresh)) static_cast<QGroupBox*>(b.w)->setTitle(qs(b.text));
+      if (change.restated) static_cast<QGroupBox*>(w)->setTitle(qs(v.caption));
       break;
     case Kind::Label:
-      if (captionChanged(b, fresh)) static_cast<QLabel*>(b.w)->setText(qs(b.text));
+      if (change.restated) static_cast<QLabel*>(w)->setText(qs(v.caption));
       break;
   }
 }
 
-// What every kind of control has: place, visibility, enabling, tip and colours.
-void FormWindow::syncCommon(Binding& b, bool fresh) {
-  const Control& c = b.c;
-  QWidget* w = b.w;
-  const auto* box = qobject_cast<const TextView*>(w);
-  if (fresh || c.Left != b.left || c.Top != b.top || c.Width != b.width || c.Height != b.height ||
-      (box != nullptr && box->away())) {
-    b.left = c.Left, b.top = c.Top, b.width = c.Width, b.height = c.Height;
-    place(b);
-  }
-  if (fresh || c.Visible != b.visible) {
-    b.visible = c.Visible;
-    w->setVisible(c.Visible);
-  }
-  if (fresh || c.Enabled != b.enabled) {
-    b.enabled = c.Enabled;
-    w->setEnabled(c.Enabled);
-  }
-  if (fresh || c.ToolTipText != b.tip) {
-    b.tip = c.ToolTipText;
-    w->setToolTip(qs(c.ToolTipText));
-  }
-  if (fresh || c.BackColor != b.back || c.ForeColor != b.fore) {
-    b.back = c.BackColor, b.fore = c.ForeColor;
-    applyColours(w, c.kind, toQColor(c.BackColor), toQColor(c.ForeColor));
-  }
-}
-
-bool FormWindow::captionChanged(Binding& b, bool fresh) {
-  if (!fresh && captionOf(b.c) == b.text) return false;
-  b.text = captionOf(b.c);
-  return true;
-}
-
-void FormWindow::syncButton(Binding& b, bool fresh) {
-  if (b.pictureButton)
-    static_cast<PictureButton*>(b.w)->refresh();
-  else if (captionChanged(b, fresh))
-    static_cast<QPushButton*>(b.w)->setText(qs(b.text));
-}
-
-void FormWindow::syncToggle(Binding& b, bool fresh) {
+void FormWindow::showToggle(Binding& b) {
   auto* button = static_cast<QAbstractButton*>(b.w);
-  if (captionChanged(b, fresh)) button->setText(qs(b.text));
-  const bool on = b.c.kind == Kind::CheckBox ? static_cast<CheckBox&>(b.c).Value != 0
-                                             : static_cast<OptionButton&>(b.c).Value;
-  // Always re-asserted: a click toggles the widget before the model has had its say.
-  if (button->isChecked() != on) button->setChecked(on);
-  if (fresh || static_cast<int>(on) != b.value) {
-    b.value = on;
-    applyTabStop(b);
-  }
+  if (const bool on = b.view.checked == 1; button->isChecked() != on) button->setChecked(on);
 }
 
-void FormWindow::syncTextBox(Binding& b, bool fresh) {
-  auto& box = static_cast<TextBox&>(b.c);
-  auto* edit = static_cast<TextView*>(b.w);
-  if (fresh) edit->setAlignment(alignmentOf(textStyleFor(box.name)));
-  // Only the model's own changes are written back, so typing is never overwritten.
-  if (fresh || box.Text != b.text) {
-    b.text = box.Text;
-    if (edit->text() != qs(box.Text)) edit->setText(qs(box.Text));
+void FormWindow::showTextBox(Binding& b, const FormView::Change& change) {
+  TextView* edit = b.text;
+  if (change.restated) {
+    // Only the game's own changes are written back, so typing is never overwritten.
+    if (const QString text = qs(b.view.caption); edit->text() != text) edit->setText(text);
     applyFont(b);
-    nameForAssistiveTech(b);
-  }
-  if (fresh || box.Locked != b.locked) {
-    b.locked = box.Locked;
-    edit->setReadOnly(box.Locked);
-    edit->setFrame(!box.Locked);
+    if (edit->isReadOnly() != b.view.locked) {
+      edit->setReadOnly(b.view.locked);
+      edit->setFrame(!b.view.locked);
+    }
     applyTabStop(b);
   }
-  // As it looks now, with whatever this sync changed in it, over the window's ground that
-  // is all there is under the names and scores.
-  if (edit->away()) slide(edit, edit->picture(toQColor(f_.BackColor)), pixelRect(box));
+  // As it looks now, with whatever this change did to it, over the window's ground that is all
+  // there is under the names and scores.
+  if (edit->away()) slide(edit, edit->picture(toQColor(f_.BackColor)), shownRect(b));
 }
 
-void FormWindow::syncScrollBar(Binding& b, bool fresh) {
-  auto& bar = static_cast<ScrollBar&>(b.c);
-  auto* s = static_cast<QScrollBar*>(b.w);
-  if (fresh || bar.Min != b.min || bar.Max != b.max) {
-    b.min = bar.Min, b.max = bar.Max;
-    s->setRange(bar.Min, bar.Max);
-  }
-  if (fresh || bar.SmallChange != b.small || bar.LargeChange != b.large) {
-    b.small = bar.SmallChange, b.large = bar.LargeChange;
-    s->setSingleStep(bar.SmallChange);
-    s->setPageStep(bar.LargeChange);
-  }
-  if (s->value() != bar.Value) s->setValue(bar.Value);
+void FormWindow::showScrollBar(Binding& b) {
+  auto* bar = static_cast<QScrollBar*>(b.w);
+  const ControlView& v = b.view;
+  bar->setRange(v.min, v.max);
+  bar->setSingleStep(v.step);
+  bar->setPageStep(static_cast<const ScrollBar&>(b.c).LargeChange);
+  if (bar->value() != v.value) bar->setValue(v.value);
 }
 
 QRectF FormWindow::formArea() const {
@@ -514,8 +468,14 @@ QRect FormWindow::pixelRect(const Control& c) const {
                static_cast<int>(r.height));
 }
 
+QRect FormWindow::shownRect(const Binding& b) {
+  const PixelRect& r = b.view.rect;
+  return QRect(static_cast<int>(r.x), static_cast<int>(r.y), static_cast<int>(r.width),
+               static_cast<int>(r.height));
+}
+
 void FormWindow::place(Binding& b) {
-  const QRect to = pixelRect(b.c);
+  const QRect to = shownRect(b);
   if (!slides(b, to)) b.w->setGeometry(to);
   applyTabStop(b);
 }
@@ -561,8 +521,7 @@ void FormWindow::applyTabStop(Binding& b) {
   // The role and look are the control's for good; whether Tab stops on it is asked when what
   // decides it changed: its place (a banner), its value (an option), its lock (a text box).
   // Qt passes over what is hidden or disabled by itself.
-  const ControlView* v = b.view;
-  if (v == nullptr) return;
+  const ControlView* v = &b.view;
   // A text box that only says something can still be clicked into, as Qt's text boxes can.
   const bool focusable = v->focusable || b.c.kind == Kind::TextBox;
   if (!focusable) return;
@@ -575,15 +534,15 @@ void FormWindow::applyTabStop(Binding& b) {
 }
 
 void FormWindow::applyFont(Binding& b) {
-  const TextStyle style = textStyleFor(b.c.name);
+  const ControlView& v = b.view;
   QFont font = b.w->font();
-  font.setBold(style.bold);
-  font.setItalic(style.italic);
-  const double px = style.px * scale();
+  font.setBold(v.bold);
+  font.setItalic(v.italic);
+  const double px = v.fontPx;
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(px))));
-  if (auto* edit = qobject_cast<QLineEdit*>(b.w)) {
-    const double needed = QFontMetricsF(font).horizontalAdvance(edit->text());
-    if (const double fitted = fittedPx(px, scale(), b.w->width(), needed); fitted < px)
+  if (b.text != nullptr) {
+    const double needed = QFontMetricsF(font).horizontalAdvance(b.text->text());
+    if (const double fitted = view_.fitted(px, b.w->width(), needed); fitted < px)
       font.setPixelSize(std::max(1, static_cast<int>(fitted)));
   }
   if (b.w->font() != font) b.w->setFont(font);
@@ -596,14 +555,12 @@ void FormWindow::fit() {
 
 void FormWindow::relayout() {
   fit();
-  for (auto& b : bindings_) {
-    place(*b);
-    applyFont(*b);
-    b->w->update();
-  }
+  // The view lists every control that moved, and every type that changed size.
+  showChanges(view_.glance(), false);
+  for (auto& b : bindings_) b->w->update();
   if (pieces_ != nullptr) {
     pieces_->setGeometry(rect());
-    pieces_->relayout();
+    pieces_->update();
     showPiecesOnGround();
   }
 }

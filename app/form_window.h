@@ -1,7 +1,8 @@
 // A top-level window that shows the controls of one window of the form, as the view of the
 // form (view/form_view.h) describes them: each control gets a widget at the rectangle the view
 // gives, with the name, role and Tab stop it gives, and the arrows and Enter do what it says;
-// the person's use of a widget goes to the model, and syncFromModel() copies back what changed.
+// the person's use of a widget goes to the model, and syncFromModel() shows what the view
+// lists as changed.
 #pragma once
 
 #include <QPixmap>
@@ -9,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "control_views.h"
@@ -34,13 +34,12 @@ class FormWindow : public QWidget {
   // The pieces standing on picture `ground`, which covers its rectangle, are painted by it.
   void standPiecesOn(const Picture& ground);
 
-  // Copies every change of the model onto the widgets. Focus moves that Qt makes on its own
-  // while widgets are hidden or disabled here are not taken for the person's.
+  // Shows what the view lists as changed since its last glance, at every control. Focus moves
+  // that Qt makes on its own while widgets are hidden or disabled here are not taken for the
+  // person's.
   void syncFromModel();
-  // Notes that the model may have changed `c` (a player's shirt number counts as its player),
-  // and copies the changes of every control so noted onto its widget.
-  void touch(const Control& c);
-  void syncTouched();
+  // After ticks alone: shows what the view lists as changed among what the ticks may change.
+  void syncTicked();
 
   QWidget* widgetFor(const std::string& name) const;
   // The layer the pieces are painted on; null before the first piece is bound.
@@ -81,19 +80,17 @@ class FormWindow : public QWidget {
   QWidget* makeWidget(Control& c, QWidget* parent);
   QWidget* makeTextView(TextBox& box, QWidget* parent);
   QWidget* makeScrollBar(ScrollBar& bar, QWidget* parent);
-  void sync(Binding& b);
-  void syncCommon(Binding& b, bool fresh);
-  void syncButton(Binding& b, bool fresh);
-  void syncToggle(Binding& b, bool fresh);
-  void syncTextBox(Binding& b, bool fresh);
-  void syncScrollBar(Binding& b, bool fresh);
-  // True, with the new text taken into `b`, when the control's caption is not the one shown.
-  static bool captionChanged(Binding& b, bool fresh);
-  // Names the widget for assistive technology where its own text does not say what it is,
-  // and makes a picture that can be clicked a button to the keyboard.
-  void makeAccessible(Binding& b);
+  // Shows the changes listed; `ticking` when ticks alone made them.
+  void showChanges(const std::vector<FormView::Change>& changes, bool ticking);
+  void showChange(Binding& b, const FormView::Change& change);
+  void showToggle(Binding& b);
+  void showTextBox(Binding& b, const FormView::Change& change);
+  void showScrollBar(Binding& b);
+  // Names the widget for assistive technology where its own text does not say what it is.
   void nameForAssistiveTech(Binding& b);
   void place(Binding& b);
+  // Where the view puts `b`'s control, in its container's pixels.
+  static QRect shownRect(const Binding& b);
   // Whether text box `b` is painted by the window at `to`, its widget staying put.
   bool slides(Binding& b, const QRect& to);
   // Paints text box `box` at `to` as `picture` / leaves it to its widget again.
@@ -114,12 +111,16 @@ class FormWindow : public QWidget {
   std::unique_ptr<ScaledStyle> style_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<std::string, QWidget*> byName_;
-  std::unordered_map<const Control*, Binding*> byControl_;
-  std::vector<Binding*> touched_;
+  // What shows each view, by its index in the view: its binding, or its piece of the layer.
+  struct Shows {
+    Binding* binding = nullptr;
+    int piece = -1;
+  };
+  std::vector<Shows> showsView_;
   PiecesView* pieces_ = nullptr;   // owned as a child widget
   PictureView* ground_ = nullptr;  // ... the picture that paints those on it
   bool syncing_ = false;
-  bool ticking_ = false;  // syncing the controls a tick touched, not every control
+  bool ticking_ = false;  // showing what ticks alone changed
   // The text boxes painted away from their widgets: where, and how they look.
   struct Slid {
     const QWidget* box;

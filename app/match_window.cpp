@@ -69,6 +69,8 @@ MatchWindow::MatchWindow(MatchForm& f)
   f.platform.showMessage = [this](const Message& m) { showMessage(m); };
   f.platform.repaint = [this] {
     syncFromModel();
+    // Halfway through a tick: what the rest of it changes is looked at once it has run.
+    view().expectAnything();
     if (isVisible()) repaint();
   };
   f.platform.quit = [] { QCoreApplication::quit(); };
@@ -78,11 +80,8 @@ MatchWindow::MatchWindow(MatchForm& f)
   winId();
   windowHandle()->installEventFilter(this);
 
-  // Each tick says what it may change on show; after ticks only that is looked over.
-  f.Sched.watch([this](const Timer& t) {
-    if (!everyControlTouched_ && !tickReach(f_, t, [this](Control& c) { touch(c); }))
-      everyControlTouched_ = true;
-  });
+  // Each tick says what it may change on show; after ticks the view looks only at that.
+  f.Sched.watch([this](const Timer& t) { view().tickComing(t); });
 
   pump_.setTimerType(Qt::PreciseTimer);
   pump_.setSingleShot(true);
@@ -129,10 +128,10 @@ void MatchWindow::showTicks(std::int64_t shownBefore) {
   // Ticks that change nothing on show (the start-up count) need no look at the widgets.
   if (f_.Sched.shownTicksRun() == shownBefore)
     schedulePump();
-  else if (everyControlTouched_)
+  else if (view().looksAtAllNext())
     refresh();
   else {
-    syncTouched();
+    syncTicked();
     schedulePump();
   }
 }
@@ -173,7 +172,6 @@ void MatchWindow::refresh() {
     update();
     links_->update();
   }
-  everyControlTouched_ = false;
   syncFromModel();
   links_->syncFromModel();
   applyFocus();

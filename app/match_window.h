@@ -66,7 +66,6 @@ class MatchWindow : public FormWindow {
   bool shown_;           // f.Visible as last acted on
   bool linksShown_;
   bool iconSet_ = false;              // the program's icon, set after the first frame
-  bool everyControlTouched_ = false;  // a tick since the last refresh may have changed anything
   std::string lastActive_;
   Colour lastBack_;
   Announcer announcer_;

@@ -17,11 +17,9 @@ struct PiecesView::Piece {
   // What is on screen: where, and whether it is shown.
   QRect rect;
   bool visible = false;
-  bool touched = false;  // listed in touched_
 };
 
-PiecesView::PiecesView(std::function<QRect(const Control&)> place, QWidget* parent)
-    : QWidget(parent), place_(std::move(place)) {
+PiecesView::PiecesView(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("Pieces"));
   // Clicks go to what lies under the layer; the window keeps a piece's from reaching it.
   setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -33,51 +31,15 @@ PiecesView::~PiecesView() = default;
 
 void PiecesView::add(const Picture& picture, const TextBox* number) {
   pieces_.push_back(std::make_unique<Piece>(picture, number, count()));
-  byControl_[&picture] = pieces_.back().get();
-  if (number != nullptr) byControl_[number] = pieces_.back().get();
-  sync(*pieces_.back());
 }
 
-PiecesView::Piece* PiecesView::find(const Control& c) const {
-  const auto it = byControl_.find(&c);
-  return it == byControl_.end() ? nullptr : it->second;
-}
-
-bool PiecesView::touch(const Control& c) {
-  Piece* p = find(c);
-  if (p == nullptr) return false;
-  if (!p->touched) {
-    p->touched = true;
-    touched_.push_back(p);
-  }
-  return true;
-}
-
-void PiecesView::syncTouched() {
-  for (Piece* p : touched_) {
-    p->touched = false;
-    sync(*p);
-  }
-  touched_.clear();
-}
-
-void PiecesView::syncAll() {
-  for (auto& p : pieces_) sync(*p);
-  for (Piece* p : touched_) p->touched = false;
-  touched_.clear();
-}
-
-void PiecesView::relayout() {
-  for (auto& p : pieces_) p->rect = place_(p->picture);
-  update();
-}
-
-void PiecesView::sync(Piece& p) {
-  const QRect rect = place_(p.picture);
-  const bool visible = p.picture.Visible;
-  const bool redrawn = p.drawing.refresh();
+void PiecesView::show(int i, const ControlView& v, bool redrawn) {
+  Piece& p = *pieces_.at(static_cast<std::size_t>(i));
+  const QRect rect(static_cast<int>(v.rect.x), static_cast<int>(v.rect.y),
+                   static_cast<int>(v.rect.width), static_cast<int>(v.rect.height));
+  const bool visible = v.shown;
   const bool moved = rect != p.rect;
-  if (!moved && visible == p.visible && !redrawn) return;
+  if (!(redrawn && p.drawing.refresh()) && !moved && visible == p.visible) return;
   // A step of a few pixels repaints the one rectangle round where it was and where it is.
   if (p.visible && visible && p.rect.intersects(rect)) {
     markDirty(p.rect | rect);

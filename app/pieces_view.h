@@ -11,32 +11,24 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 #include "control_views.h"
+#include "view/form_view.h"
 
 namespace quorvel {
 
 class PiecesView : public QWidget {
   Q_OBJECT
  public:
-  // `place` gives a piece's rectangle in the parent's pixels, which are this layer's too.
-  PiecesView(std::function<QRect(const Control&)> place, QWidget* parent);
+  explicit PiecesView(QWidget* parent);
   ~PiecesView() override;
 
   // A piece on top of those added before it; a player picture paints its shirt-number box.
   void add(const Picture& picture, const TextBox* number);
-  // `c` is a piece of this layer or its number box.
-  bool holds(const Control& c) const { return find(c) != nullptr; }
-  // Notes that the model may have changed `c` (a piece or its number box); false when `c` is
-  // no piece of this layer.
-  bool touch(const Control& c);
-  // Copies the model's changes of the pieces noted, or of every piece, onto the screen.
-  void syncTouched();
-  void syncAll();
-  // Places every piece again, after the window's scale changed.
-  void relayout();
+  // Shows piece `i` as the view describes it (its rectangle in the parent's pixels, which are
+  // this layer's too); its picture is taken anew when the view says it was `redrawn`.
+  void show(int i, const ControlView& v, bool redrawn);
   // Pieces on `ground` are painted by it; `hidden` are the parts of it (in this layer's
   // pixels) under a control stacked between it and this layer, where the layer paints them.
   void standOn(PictureView* ground, std::vector<QRect> hidden);
@@ -54,8 +46,6 @@ class PiecesView : public QWidget {
 
  private:
   struct Piece;
-  Piece* find(const Control& c) const;
-  void sync(Piece& p);
   // Marks `r` to be repainted on whichever of the ground and this layer paints it.
   void markDirty(const QRect& r);
   // Paints the pieces shown in `region` of `onto`, whose corner is `corner` of this layer.
@@ -63,12 +53,7 @@ class PiecesView : public QWidget {
   // On the ground and under nothing else: painted by the ground alone.
   bool onGround(const QRect& r) const;
 
-  std::function<QRect(const Control&)> place_;
   std::vector<std::unique_ptr<Piece>> pieces_;  // bottom to top
-  // Each piece by its picture and by its number box: asked at every tick for each control
-  // the tick may change.
-  std::unordered_map<const Control*, Piece*> byControl_;
-  std::vector<Piece*> touched_;
   PictureView* ground_ = nullptr;
   std::vector<QRect> hidden_;
 };

@@ -255,6 +255,9 @@ class WindowTest : public QObject {
     QCOMPARE(g.f->Vai.Value, 1000);
     bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
     QCOMPARE(g.f->Vai.Value, 1250);
+    // A box the game unticks at once (a substitute before any match) is not left ticked.
+    QTest::mouseClick(g.widget("CHsub(0)"), Qt::LeftButton);
+    QVERIFY(!g.widget<QCheckBox>("CHsub(0)")->isChecked());
     g.f->Rnd.force({0.0, 0.0});
     QTest::mouseClick(g.widget("CDgo"), Qt::LeftButton);
     g.walk();
