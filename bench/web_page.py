@@ -73,6 +73,15 @@ if (location.search) {{ due = performance.now() + 15; setTimeout(tick, 15); }}
 </script></body></html>''')
 
 
+def rounds(runs):
+    """Each round's ratio, page against the bare page run after it, from lowest to highest."""
+    def cost(r):
+        return r['renderer'] + r['gpu']
+    ratios = sorted(cost(p) / cost(b) if cost(b) > 0 else float('inf')
+                    for p, b in zip(runs['page'], runs['bare']))
+    return ' '.join(f'{r:.2f}' for r in ratios)
+
+
 def first_paint(driver, url):
     """In a new tab, closed after: the page loaded afresh, not from the first tab's memory."""
     home = driver.current_window_handle
@@ -199,7 +208,7 @@ def main():
         print(f'\nprocessor, % of one core: median of {args.pairs} alternating runs of '
               f'{args.seconds:g} s each')
         print(f'{"phase":30} {"renderer":>17} {"GPU process":>17} {"ratio":>6} '
-              f'{"wake-ups/s":>11} {"pace":>6}')
+              f'{"wake-ups/s":>11} {"pace":>6}  each round')
         for phase in ('before Start', "the ball at its owner's feet", 'through kicks'):
             runs = {'page': [], 'bare': []}
             for _ in range(args.pairs):
@@ -213,8 +222,9 @@ def main():
             print(f'{phase:30} {m["page"]["renderer"] * 100:6.1f} / {m["bare"]["renderer"] * 100:5.1f} '
                   f'{m["page"]["gpu"] * 100:8.1f} / {m["bare"]["gpu"] * 100:5.1f} {ratio:6.2f} '
                   f'{m["page"]["wakeups"]:5.1f} / {m["bare"]["wakeups"]:4.1f} '
-                  f'{m["page"]["pace"]:6.3f}')
-        print('(page / bare page; the ratio is of the two processes together)')
+                  f'{m["page"]["pace"]:6.3f}  {rounds(runs)}')
+        print('(page / bare page; the ratio is of the two processes together; each round is a\n'
+              ' page run against the bare page run after it, lowest to highest)')
     finally:
         driver.quit()
         shutil.rmtree(scratch, ignore_errors=True)
