@@ -504,8 +504,10 @@ FormView::Changed FormView::describe(ControlView& v) const {
   if (c.kind == Kind::TextBox) restate(take(v.locked, static_cast<const TextBox&>(c).Locked));
   if (c.kind == Kind::ScrollBar) {
     const auto& bar = static_cast<const ScrollBar&>(c);
-    restate(take(v.value, bar.Value) | take(v.min, bar.Min) | take(v.max, bar.Max) |
-            take(v.step, bar.SmallChange));
+    restate(take(v.value, bar.Value));
+    restate(take(v.min, bar.Min));
+    restate(take(v.max, bar.Max));
+    restate(take(v.step, bar.SmallChange));
   }
   // A control out of sight is not heard: its name, the dearest thing to make, is made again
   // when it comes back.
