@@ -65,7 +65,7 @@ class MatchWindow : public FormWindow {
   Pace pace_;            // virtual time kept to clock_, standing still under a message box
   bool shown_;           // f.Visible as last acted on
   bool linksShown_;
-  bool iconSet_ = false;              // the program's icon, set after the first frame
+  bool iconSet_ = false;  // the program's icon, set after the first frame
   std::string lastActive_;
   Colour lastBack_;
   Announcer announcer_;
