@@ -23,8 +23,8 @@ namespace quorvel {
 
 namespace {
 
-Qt::Alignment alignmentOf(const TextStyle& style) {
-  return style.align == Align::Left ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter;
+Qt::Alignment alignmentOf(const ControlView& v) {
+  return v.alignLeft ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter;
 }
 
 QColor blend(const QColor& a, const QColor& b) {
@@ -186,20 +186,20 @@ QWidget* FormWindow::bind(Control& c) {
   w->setObjectName(qs(c.name));
   w->setStyle(style_.get());
   w->installEventFilter(this);
-  const ControlView* v = view_.find(c);
-  bindings_.push_back(std::make_unique<Binding>(c, w, *v));
+  const ControlView& v = *view_.find(c);
+  bindings_.push_back(std::make_unique<Binding>(c, w, v));
   byName_[c.name] = w;
   Binding& b = *bindings_.back();
-  const int index = static_cast<int>(v - view_.controls().data());
-  showsView_[static_cast<std::size_t>(index)].binding = &b;
+  showsOf(v).binding = &b;
   b.text = qobject_cast<TextView*>(w);
   b.pictureButton = qobject_cast<PictureButton*>(w) != nullptr;
-  if (b.text != nullptr) b.text->setAlignment(alignmentOf(textStyleFor(c.name)));
+  if (b.text != nullptr) b.text->setAlignment(alignmentOf(v));
   if (auto* picture = qobject_cast<PictureView*>(w))
     picture->setClickable(static_cast<bool>(c.Click));
   applyFont(b);
   syncing_ = true;
-  showChange(b, FormView::Change{index, true, true, true, true});
+  showChange(
+      b, FormView::Change{static_cast<int>(&v - view_.controls().data()), true, true, true, true});
   syncing_ = false;
   return w;
 }
@@ -211,9 +211,8 @@ void FormWindow::bindPiece(Picture& p, const TextBox* number) {
   }
   pieces_->add(p, number);
   const ControlView& v = *view_.find(p);
-  const auto index = static_cast<std::size_t>(&v - view_.controls().data());
-  showsView_[index].piece = pieces_->count() - 1;
-  pieces_->show(showsView_[index].piece, v, true);
+  showsOf(v).piece = pieces_->count() - 1;
+  pieces_->show(showsOf(v).piece, v, true);
 }
 
 void FormWindow::standPiecesOn(const Picture& ground) {
@@ -273,7 +272,7 @@ void FormWindow::forward(Control& c) {
   // game may say no, and then nothing of it changed in the view.
   const ControlView* v = view_.find(c);
   if (v == nullptr) return;
-  if (Binding* b = showsView_[static_cast<std::size_t>(v - view_.controls().data())].binding)
+  if (Binding* b = showsOf(*v).binding)
     if (c.kind == Kind::CheckBox || c.kind == Kind::OptionButton) showToggle(*b);
 }
 

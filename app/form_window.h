@@ -117,6 +117,9 @@ class FormWindow : public QWidget {
     int piece = -1;
   };
   std::vector<Shows> showsView_;
+  Shows& showsOf(const ControlView& v) {
+    return showsView_[static_cast<std::size_t>(&v - view_.controls().data())];
+  }
   PiecesView* pieces_ = nullptr;   // owned as a child widget
   PictureView* ground_ = nullptr;  // ... the picture that paints those on it
   bool syncing_ = false;
