@@ -12,11 +12,9 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "accessibility.h"
 #include "events/events.h"
-#include "ui/accessible_names.h"
 #include "ui/layout.h"
 
 namespace quorvel {

@@ -95,7 +95,6 @@ struct ControlView {
   bool focusable = false;  // it can take the keyboard focus (a button, box, entry or slider)
   int tab = 0;             // its place in Tab's order now, from 1; 0: Tab passes over it
   bool pressable = false;  // Space and Enter press it (the toolkit's own buttons do already)
-  bool operator==(const ControlView&) const = default;
 };
 
 // Where an arrow key takes the keyboard focus from a control, and whether the control it
